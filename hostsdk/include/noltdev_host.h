@@ -1,0 +1,140 @@
+/**
+ * @file noltdev_host.h
+ * @brief Control API of the host SDK: lets tests, the simulator and a developer's PC
+ *        play the cloud platform's part around a domain module (inject platform
+ *        messages, capture what is sent, raise kernel events, drive the report-status
+ *        service and the shadow service, and read the log).
+ */
+#ifndef NOLTDEV_HOST_H
+#define NOLTDEV_HOST_H
+
+#include <stdint.h>
+
+#ifdef __cplusplus
+extern "C" {
+#endif
+
+/* ---- kernel ---------------------------------------------------------------------- */
+
+/** @brief One outbound message as the kernel's sink sees it (a deep copy, valid during
+ *  the sink call). */
+typedef struct {
+    uint32_t domain_id;
+    uint32_t command_id;
+    uint32_t seq;
+    uint8_t response;        /**< 1 for an answer to a platform request */
+    const char *command_ver;
+    const char *body;        /**< NUL-terminated copy of the body */
+    uint32_t body_len;
+} noltdev_host_message;
+
+/** @brief Receives every message sent through noltdev_sdk_kernel_send(); its result
+ *  becomes the send's result. Called on the sender's thread, serialised by the kernel. */
+typedef int (*noltdev_host_sink_fn)(const noltdev_host_message *msg, void *user);
+
+/**
+ * @brief Restores the kernel's defaults: no extensions, no redirects, serial
+ *        "DS0000000000", awake, registered, no sink (sends succeed and are dropped),
+ *        load and redirect results 0, message thread stopped.
+ */
+void noltdev_host_kernel_reset(void);
+
+/** @brief Sets the value of device-information key "dev_subserial". */
+void noltdev_host_set_serial(const char *serial);
+/** @brief Sets the sleep status (non-zero: the device sleeps). */
+void noltdev_host_set_sleep(int sleeping);
+/** @brief Sets the registration status (0: not registered). */
+void noltdev_host_set_registered(int registered);
+/** @brief Installs the outbound sink (NULL: sends succeed and are dropped). */
+void noltdev_host_set_sink(noltdev_host_sink_fn fn, void *user);
+
+/** @brief Makes the next extension loads fail with this kernel code (0: succeed). */
+void noltdev_host_set_extend_load_result(int code);
+/** @brief Makes every redirect registration answer this code (0: succeed). */
+void noltdev_host_set_redirect_result(int code);
+/** @brief Number of redirect registrations seen since the last reset. */
+int noltdev_host_redirect_count(void);
+/** @brief Copies redirect registration i (in call order); 0, or -1 when out of range. */
+int noltdev_host_redirect_get(int i, uint32_t *command_id, uint32_t *domain_id, char type[32]);
+/** @brief Number of noltdev_timer_init() calls since the last reset. */
+int noltdev_host_timer_init_count(void);
+/** @brief 1 when an extension is loaded for the domain. */
+int noltdev_host_domain_loaded(int domain_id);
+
+/**
+ * @brief Delivers a platform message to the domain's data-route callback at once, on
+ *        the caller's thread (the body is copied and NUL-terminated).
+ * @return 0, or NOLTDEV_SDK_KERNEL_ERR_NO_DOMAIN when no extension is loaded for it.
+ */
+int noltdev_host_inject(int domain_id, int command_id, uint32_t seq, const char *body, uint32_t body_len);
+
+/** @brief Starts the kernel message thread that delivers posted messages in order. */
+int noltdev_host_msg_thread_start(void);
+/** @brief Delivers what is queued, then stops the message thread. */
+void noltdev_host_msg_thread_stop(void);
+/** @brief Queues a platform message for the message thread (copied). */
+int noltdev_host_post(int domain_id, int command_id, uint32_t seq, const char *body, uint32_t body_len);
+/** @brief Waits until every posted message has been delivered. */
+void noltdev_host_drain(void);
+
+/** @brief Calls the domain's event callback with this event type on the caller's thread.
+ *  @return 0, or NOLTDEV_SDK_KERNEL_ERR_NO_DOMAIN. */
+int noltdev_host_raise_event(int domain_id, int event_type);
+
+/* ---- log ------------------------------------------------------------------------- */
+
+/** @brief Receives every formatted log line with its level, whatever the threshold. */
+typedef void (*noltdev_host_log_hook_fn)(int level, const char *line, void *user);
+/** @brief Installs the log hook (NULL removes it). */
+void noltdev_host_set_log_hook(noltdev_host_log_hook_fn fn, void *user);
+/** @brief Lines at or below this level go to standard error (default: environment
+ *  NOLTDEV_LOG_LEVEL, else 2; 0 silences). */
+void noltdev_host_set_log_level(int level);
+
+/* ---- report-status service -------------------------------------------------------- */
+
+/** @brief Runs one poll synchronously on the caller's thread.
+ *  @return the number of report functions called. */
+int noltdev_host_report_poll(void);
+/** @brief Calls every non-null reset function, in registration order. */
+int noltdev_host_report_reset_all(void);
+/** @brief Starts polling on the service's own thread every period_ms (0: 1000 ms). */
+int noltdev_host_report_start(int period_ms);
+/** @brief Stops the polling thread (waits for a poll in progress). */
+void noltdev_host_report_stop(void);
+/** @brief Copies the registered ids in registration order; returns their count. */
+int noltdev_host_report_registered(uint32_t *ids, int max);
+/** @brief 1 when the id is registered and has a reset function, 0 without one, -1 when
+ *  it is not registered. */
+int noltdev_host_report_has_reset(uint32_t id);
+
+/* ---- shadow service --------------------------------------------------------------- */
+
+/** @brief Number of successful noltDevSDK_Shadow_DomainReg calls since the last reset. */
+int noltdev_host_shadow_reg_count(void);
+/** @brief Forgets every registered domain and stored value; keeps the cache directory. */
+void noltdev_host_shadow_reset(void);
+/** @brief Values persist as files under this directory (NULL: no persistence). */
+void noltdev_host_shadow_set_cache_dir(const char *dir);
+/**
+ * @brief Delivers a platform value for a key: builds a value of this type, length and
+ *        text and calls the key's parse_sync.
+ * @return parse_sync's result, or -1 when no registered domain owns the key.
+ */
+int noltdev_host_shadow_deliver(int domain_id, const char *key, int type, const char *text, int length);
+/**
+ * @brief Asks the key's current value: calls gen_value_JsStr with a zeroed buffer of
+ *        buf_size bytes (0: 4096) and copies the result.
+ * @param out receives the text, NUL-terminated (out_size bytes at most).
+ * @param type receives the value's type (may be NULL).
+ * @param version receives the generated version (may be NULL).
+ * @return gen_value_JsStr's result, or -1 when no registered domain owns the key.
+ */
+int noltdev_host_shadow_read(int domain_id, const char *key, int buf_size, char *out, int out_size, int *type,
+                             uint32_t *version);
+
+#ifdef __cplusplus
+}
+#endif
+
+#endif

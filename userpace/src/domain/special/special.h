@@ -1,0 +1,63 @@
+/* The module's shared state and the entry points of its parts: stored callbacks and
+ * init flag, platform request handlers, device-initiated requests, and the status
+ * registry's registration calls. */
+#ifndef SPECIAL_H
+#define SPECIAL_H
+
+#include "markupstl.h"
+#include "noltDevSDK_special_def.h"
+
+/* ---- lifecycle (noltDevSDK_special.cpp) ----------------------------------------- */
+
+/* 1 while the module is initialised; plain int, used from the control thread. */
+extern int g_special_init_status;
+/* Copies both callback pointers into the module. */
+void SpecialSetCallback(const noltDevSDK_special_callback *cb);
+/* The stored callbacks (never NULL; the pointers inside may be). */
+noltDevSDK_special_callback *GetSpecialCallback(void);
+
+/* ---- platform request handlers --------------------------------------------------- */
+
+int SpecialSetSwitchEnableReq(CMarkupSTL *req, CMarkupSTL *rsp);
+int SetFlowCountInfoReq(CMarkupSTL *req, CMarkupSTL *rsp);
+
+/* The block a custom-voice request hands to its worker thread. */
+typedef struct special_custom_voice_ifno {
+    int seq;
+    int index;
+    int type;
+    char name[64];
+    char url[512];
+    int customVoice;
+} special_custom_voice_ifno;
+
+int SpecialSetCustomVoiceReq(CMarkupSTL *req, CMarkupSTL *rsp);
+void *SpecialSetCustomVoiceRsp(void *arg);
+
+int SpecialSetLinkageModeStatusReq(CMarkupSTL *req, CMarkupSTL *rsp);
+int SpecialWakeReq(CMarkupSTL *req, CMarkupSTL *rsp);
+int SetDelaySleepReq(CMarkupSTL *req, CMarkupSTL *rsp);
+int SpecialProwlDriveOutReq(CMarkupSTL *req, CMarkupSTL *rsp);
+int SpecialSetKeyValueReq(CMarkupSTL *req, CMarkupSTL *rsp);
+int SpecialSetDevPlanReq(CMarkupSTL *req, CMarkupSTL *rsp);
+int SpecialQueryVoddnsMappedPortRsp(CMarkupSTL *req, CMarkupSTL *rsp);
+int SpecialUnbindUserRsp(const char *text);
+
+/* ---- device-initiated requests ---------------------------------------------------- */
+
+int SpecialUnbindUserReq(void);
+int SpecialSendVerificationCodeReq(char *code);
+int SpecialQueryVoddnsMappedPortReq(char *domain);
+int Special4GFlowReportReq(void *page);
+int ReportFlowCountReq(noltDevSDK_special_flow_counting_seg_count *seg_info);
+
+/* ---- status items (the trios are declared in special_status.h) -------------------- */
+
+/* Registers the 22 status items in the registry's order. */
+void SpecialStatusRegisterAll(void);
+/* Unregisters the 21 items that fini takes down (92 stays registered). */
+void SpecialStatusUnregisterAll(void);
+/* Reads the trusteeship afresh and reports it at once. */
+int ReportTrusteeship_Immediately(void);
+
+#endif

@@ -1,0 +1,52 @@
+/* The platform message bus: the publish record and the two send paths, the "Result"
+ * element, the device sequence counter, value formatting, and the request/response
+ * frame every platform handler runs in. */
+#ifndef SPECIAL_BUS_H
+#define SPECIAL_BUS_H
+
+#include <time.h>
+
+#include "markupstl.h"
+
+/* The domain of the module: extension id, redirect rows, every message sent, shadow. */
+#define SPECIAL_DOMAIN_ID 3999
+/* Version carried by every answer, request and report. */
+#define SPECIAL_CMD_VERSION "v1.0.0"
+
+/* Platform answer codes written by handlers. */
+#define SPECIAL_RESULT_OK 0
+#define SPECIAL_RESULT_PARSE_FAIL 3
+#define SPECIAL_RESULT_REFUSED 4
+#define SPECIAL_RESULT_PLAN_FAIL 131
+#define SPECIAL_RESULT_APP_FAIL 0x101007
+
+/* A platform handler: reads the request (positioned inside its root), fills the answer. */
+typedef int (*special_handle_platform_req_and_rsp)(CMarkupSTL *req, CMarkupSTL *rsp);
+
+/* Sends the document's text; 0 or NOLTDEVSDK_SPECIAL_CODE_SEND_DATA_ERROR.
+ * child_dev_id is accepted and ignored. */
+int special_send_msg_to_platform(const CMarkupSTL &msg, int cmd_id, const char *cmd_version,
+                                 unsigned char msg_response, unsigned int msg_seq, char *child_dev_id);
+/* Sends a NUL-terminated JSON text; 0 or NOLTDEVSDK_SPECIAL_CODE_SEND_DATA_ERROR. */
+int special_send_json_to_platform(const char *msg, int cmd_id, const char *cmd_version,
+                                  unsigned char msg_response, unsigned int msg_seq);
+/* The "Result" of a received answer (searched from the first element of the current
+ * level); -1 when there is none. */
+int special_xml_check_result(const CMarkupSTL &msg);
+/* Writes code (as "%d") into the answer's "Result", when there is one. */
+void special_set_result(CMarkupSTL *rsp, int code);
+/* The next device sequence number (post-increment, lock-free). */
+unsigned int GetNextSeqNum(void);
+/* "%.7f" of value into buf, which holds 64 bytes; returns buf. */
+char *FloatToChar(float value, char *buf);
+/* "%4d%02d%02d%02d%02d" of t in UTC into dst (13 bytes); returns dst, NULL for NULL. */
+char *ConvertCalendarEx(time_t t, char *dst);
+
+/* Parses the request, prepares and stamps, calls the handler and sends the answer. */
+int SpecialPlatformReqAndRspXmlBushandle(void *buf, int buf_len, int rsp_cmd, const char *cmd_version,
+                                         unsigned int msg_seq, special_handle_platform_req_and_rsp handle_req_rsp,
+                                         char *child_dev_id);
+/* The platform's answer to the unbind request: logs the body and delivers it. */
+int UnbindUserReq_Bushandle(void *buf, int buf_len);
+
+#endif
