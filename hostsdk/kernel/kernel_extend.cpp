@@ -17,14 +17,20 @@ int g_load_result = 0;
 // callback may itself inject or raise an event on its own thread.
 std::recursive_mutex g_delivery_mu;
 
-bool Lookup(int domain_id, noltdev_sdk_kernel_extend &out) {
-    std::lock_guard<std::mutex> lock(g_table_mu);
-    auto it = g_table.find(domain_id);
-    if (it == g_table.end()) {
-        return false;
+// Calls reach(ext) with a copy of the domain's extension, under the delivery lock.
+template <class Reach> int ReachExtension(int domain_id, Reach reach) {
+    noltdev_sdk_kernel_extend ext;
+    {
+        std::lock_guard<std::mutex> lock(g_table_mu);
+        auto it = g_table.find(domain_id);
+        if (it == g_table.end()) {
+            return NOLTDEV_SDK_KERNEL_ERR_NO_DOMAIN;
+        }
+        ext = it->second;
     }
-    out = it->second;
-    return true;
+    std::lock_guard<std::recursive_mutex> lock(g_delivery_mu);
+    reach(ext);
+    return 0;
 }
 
 } // namespace
@@ -32,22 +38,18 @@ bool Lookup(int domain_id, noltdev_sdk_kernel_extend &out) {
 namespace noltdev_kernel {
 
 int Deliver(int domain_id, int command_id, uint32_t seq, std::string &body) {
-    noltdev_sdk_kernel_extend ext;
-    if (!Lookup(domain_id, ext)) {
-        return NOLTDEV_SDK_KERNEL_ERR_NO_DOMAIN;
-    }
-    if (ext.noltdev_sdk_kernel_extend_data_route == nullptr) {
-        return 0;
-    }
-    noltdev_sdk_kernel_submsg msg = {};
-    msg.msg_seq = seq;
-    msg.buf = body.data(); // std::string keeps a terminator beyond size()
-    msg.buf_len = static_cast<NOLTDEV_SDK_UINT32>(body.size());
-    msg.msg_domain_id = domain_id;
-    msg.msg_command_id = command_id;
-    std::lock_guard<std::recursive_mutex> lock(g_delivery_mu);
-    ext.noltdev_sdk_kernel_extend_data_route(&msg, ext.pUser);
-    return 0;
+    return ReachExtension(domain_id, [&](const noltdev_sdk_kernel_extend &ext) {
+        if (ext.noltdev_sdk_kernel_extend_data_route == nullptr) {
+            return;
+        }
+        noltdev_sdk_kernel_submsg msg = {};
+        msg.msg_seq = seq;
+        msg.buf = body.data(); // std::string keeps a terminator beyond size()
+        msg.buf_len = static_cast<NOLTDEV_SDK_UINT32>(body.size());
+        msg.msg_domain_id = domain_id;
+        msg.msg_command_id = command_id;
+        ext.noltdev_sdk_kernel_extend_data_route(&msg, ext.pUser);
+    });
 }
 
 bool CopyBody(const char *body, uint32_t body_len, std::string &out) {
@@ -109,18 +111,13 @@ int noltdev_host_raise_event(int domain_id, int event_type) {
     if (event_type < sdk_kernel_event_online || event_type > sdk_kernel_event_heartbeat_interval_changed) {
         return NOLTDEV_SDK_KERNEL_ERR_PARAM; // not a kernel event
     }
-    noltdev_sdk_kernel_extend ext;
-    if (!Lookup(domain_id, ext)) {
-        return NOLTDEV_SDK_KERNEL_ERR_NO_DOMAIN;
-    }
-    if (ext.noltdev_sdk_kernel_extend_event == nullptr) {
-        return 0;
-    }
-    noltdev_sdk_kernel_event event = {};
-    event.event_type = static_cast<sdk_kernel_event_type>(event_type);
-    std::lock_guard<std::recursive_mutex> lock(g_delivery_mu);
-    ext.noltdev_sdk_kernel_extend_event(&event, ext.pUser);
-    return 0;
+    return ReachExtension(domain_id, [&](const noltdev_sdk_kernel_extend &ext) {
+        if (ext.noltdev_sdk_kernel_extend_event != nullptr) {
+            noltdev_sdk_kernel_event event = {};
+            event.event_type = static_cast<sdk_kernel_event_type>(event_type);
+            ext.noltdev_sdk_kernel_extend_event(&event, ext.pUser);
+        }
+    });
 }
 
 } // extern "C"

@@ -53,9 +53,6 @@ bool CMarkupSTL::AddElem(const char *name, const char *data) {
         // A refused text is no tree to add to: the document starts afresh.
         m.Clear();
     }
-    if (m.parent == m.doc && m.doc.document_element()) {
-        return false; // one root element only
-    }
     pugi::xml_node node = m.main ? m.parent.insert_child_after(pugi::node_element, m.main)
                                  : m.parent.append_child(pugi::node_element);
     if (!node) {
