@@ -46,20 +46,21 @@ void ReportPoller::ReleaseItems() {
 
 int ReportPoller::RunPoll() {
     InItems scope;
+    registry_.Snapshot(&poll_entries_);
     int reported = 0;
-    for (const ReportItemPtr &item : registry_.Snapshot()) {
-        ReportFunctions fn;
-        if (!registry_.Functions(*item, &fn)) {
+    for (const ReportEntry &e : poll_entries_) {
+        if (!e.item->live) {
             continue; // unregistered by an earlier item function of this poll
         }
-        if (item->forced.exchange(false)) {
-            fn.report(1);
+        if (e.item->forced.exchange(false)) {
+            e.fn.report(1);
             ++reported;
-        } else if (fn.is_changed != nullptr && fn.is_changed() == 1) {
-            fn.report(0);
+        } else if (e.fn.is_changed != nullptr && e.fn.is_changed() == 1) {
+            e.fn.report(0);
             ++reported;
         }
     }
+    poll_entries_.clear(); // keeps the storage, lets go of the items
     return reported;
 }
 
@@ -77,10 +78,11 @@ int ReportPoller::ResetAll() {
     int count = 0;
     Quiesced([this, &count] {
         InItems scope;
-        for (const ReportItemPtr &item : registry_.Snapshot()) {
-            ReportFunctions fn;
-            if (registry_.Functions(*item, &fn) && fn.reset != nullptr) {
-                fn.reset();
+        std::vector<ReportEntry> entries; // own storage: reset-all may run inside a poll
+        registry_.Snapshot(&entries);
+        for (const ReportEntry &e : entries) {
+            if (e.item->live && e.fn.reset != nullptr) {
+                e.fn.reset();
                 ++count;
             }
         }

@@ -6,6 +6,7 @@
 #include <functional>
 #include <mutex>
 #include <thread>
+#include <vector>
 
 #include "report_registry.h"
 
@@ -44,6 +45,7 @@ class ReportPoller {
     void JoinLocked(); // stops and joins the thread; control_mu_ held
 
     ReportRegistry &registry_;
+    std::vector<ReportEntry> poll_entries_; // used by one poll at a time
 
     std::mutex mu_; // guards busy_, stop_ and period_ms_
     std::condition_variable cv_;

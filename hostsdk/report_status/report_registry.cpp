@@ -25,9 +25,9 @@ int ReportRegistry::Register(const noltDevSDK_report_status_info &info) {
         item->id = info.status_value;
         items_.push_back(item);
     }
-    item->is_changed = info.status_is_changed;
-    item->report = info.report_status;
-    item->reset = info.status_reset;
+    item->fn.is_changed = info.status_is_changed;
+    item->fn.report = info.report_status;
+    item->fn.reset = info.status_reset;
     return 0;
 }
 
@@ -60,20 +60,12 @@ void ReportRegistry::Clear() {
     items_.clear();
 }
 
-std::vector<ReportItemPtr> ReportRegistry::Snapshot() const {
+void ReportRegistry::Snapshot(std::vector<ReportEntry> *out) const {
     std::lock_guard<std::mutex> lock(mu_);
-    return items_;
-}
-
-bool ReportRegistry::Functions(const ReportItem &item, ReportFunctions *out) const {
-    std::lock_guard<std::mutex> lock(mu_);
-    if (!item.live) {
-        return false;
+    out->clear();
+    for (const ReportItemPtr &item : items_) {
+        out->push_back(ReportEntry{item, item->fn});
     }
-    out->is_changed = item.is_changed;
-    out->report = item.report;
-    out->reset = item.reset;
-    return true;
 }
 
 int ReportRegistry::Ids(uint32_t *ids, int max) const {
@@ -95,7 +87,7 @@ int ReportRegistry::HasReset(uint32_t id) const {
     if (!item) {
         return -1;
     }
-    return item->reset != nullptr ? 1 : 0;
+    return item->fn.reset != nullptr ? 1 : 0;
 }
 
 } // namespace noltdev_host

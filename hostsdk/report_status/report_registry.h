@@ -12,26 +12,29 @@
 
 namespace noltdev_host {
 
-// One registered status item. Entries are shared with a poll in progress, so that a
-// poll never holds the registry lock while it calls an item function.
-struct ReportItem {
-    uint32_t id = 0;
-    std::atomic<bool> forced{false};
-    std::atomic<bool> live{true};
-    // The functions are replaced in place by a second registration of the same id; they
-    // are read and written under the registry lock.
+// The functions of one status item.
+struct ReportFunctions {
     int (*is_changed)(void) = nullptr;
     int (*report)(int b_force) = nullptr;
     int (*reset)(void) = nullptr;
 };
 
+// One registered status item. A second registration of its id replaces its functions
+// in place (under the registry lock). Items are shared with a poll in progress, so that
+// a poll never holds the registry lock while it calls an item function.
+struct ReportItem {
+    uint32_t id = 0;
+    ReportFunctions fn;
+    std::atomic<bool> forced{false};
+    std::atomic<bool> live{true}; // false once unregistered
+};
+
 using ReportItemPtr = std::shared_ptr<ReportItem>;
 
-// The functions of one item as a poll reads them, or nothing once it is unregistered.
-struct ReportFunctions {
-    int (*is_changed)(void) = nullptr;
-    int (*report)(int b_force) = nullptr;
-    int (*reset)(void) = nullptr;
+// An item as a poll sees it: the functions it had when the poll began.
+struct ReportEntry {
+    ReportItemPtr item;
+    ReportFunctions fn;
 };
 
 class ReportRegistry {
@@ -40,10 +43,9 @@ class ReportRegistry {
     int Unregister(uint32_t id);
     int Force(uint32_t id);
     void Clear();
-    // The items as they stand, in registration order.
-    std::vector<ReportItemPtr> Snapshot() const;
-    // Copies an item's functions; false once the item has been unregistered.
-    bool Functions(const ReportItem &item, ReportFunctions *out) const;
+    // Replaces out with the items as they stand, in registration order (reusing its
+    // storage, so that a steady poll does not allocate).
+    void Snapshot(std::vector<ReportEntry> *out) const;
     // Copies at most max ids and returns how many it copied; without room (ids NULL or
     // max <= 0) returns how many items are registered.
     int Ids(uint32_t *ids, int max) const;
