@@ -12,11 +12,6 @@
 #include "special_extern.h"
 #include "special_routes.h"
 
-/* Report ids given afresh on every (re)connection. */
-#define SPECIAL_REPORT_FLOW_COUNT_CFG 32
-#define SPECIAL_REPORT_TRUSTEESHIP_CONN 42
-#define SPECIAL_REPORT_MAPPED_PORT 45
-
 /* Generic platform commands whose body carries one of these type keys come to us. */
 static const struct {
     int cmd;
@@ -95,16 +90,17 @@ void special_extend_event_cb(noltdev_sdk_kernel_event *event, NOLTDEV_SDK_PTR pU
     if (event == NULL) {
         return;
     }
+    /* on every (re)connection the platform is given these items afresh */
     switch (event->event_type) {
     case sdk_kernel_event_online:
         noltdev_debug(LOG_DEBUG, "special_extend_data_route_cb %d\n", static_cast<int>(event->event_type));
-        noltDevSDK_report_set_force_report(SPECIAL_REPORT_FLOW_COUNT_CFG);
-        noltDevSDK_report_set_force_report(SPECIAL_REPORT_TRUSTEESHIP_CONN);
-        noltDevSDK_report_set_force_report(SPECIAL_REPORT_MAPPED_PORT);
+        noltDevSDK_report_set_force_report(NOLTDEVSDK_ReportFlowCountConfig);
+        noltDevSDK_report_set_force_report(NOLTDEVSDK_ReportTrusteeshipConnect);
+        noltDevSDK_report_set_force_report(NOLTDEVSDK_ReportVoddnsMappedPort);
         break;
     case sdk_kernel_event_reconnect_success:
         noltdev_debug(LOG_DEBUG, "special_extend_data_route_cb %d\n", static_cast<int>(event->event_type));
-        noltDevSDK_report_set_force_report(SPECIAL_REPORT_MAPPED_PORT);
+        noltDevSDK_report_set_force_report(NOLTDEVSDK_ReportVoddnsMappedPort);
         break;
     default:
         break;
