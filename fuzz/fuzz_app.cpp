@@ -2,6 +2,7 @@
 // queries from fuzzer bytes, including counts beyond the buffer and unterminated texts.
 #include "fuzz_app.h"
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <cstdlib>
@@ -9,6 +10,7 @@
 #include <mutex>
 #include <vector>
 
+#include "consts.h"
 #include "noltDevSDK_special_def.h"
 #include "noltdev_host.h"
 
@@ -17,49 +19,76 @@ namespace special_fuzz {
 namespace {
 std::mutex g_mu;
 std::condition_variable g_cv;
-uint64_t g_sent = 0;
+uint64_t g_workers = 0; // custom-voice workers started
+uint64_t g_answers = 0; // custom-voice answers sent
+bool g_counting = false;
 std::vector<uint8_t> g_runtime;
+size_t g_next = 0;
 
-int Sink(const noltdev_host_message *, void *) {
-    std::lock_guard<std::mutex> lock(g_mu);
-    ++g_sent;
-    g_cv.notify_all();
+int Sink(const noltdev_host_message *msg, void *) {
+    if (msg->command_id == kCenPlt2PuSetCustomVoiceRsp) {
+        std::lock_guard<std::mutex> lock(g_mu);
+        ++g_answers;
+        g_cv.notify_all();
+    }
     return 0;
+}
+
+// The handler logs the voice's URL right before it starts the worker, and this line
+// when the start fails.
+void LogHook(int, const char *line, void *) {
+    std::lock_guard<std::mutex> lock(g_mu);
+    if (!g_counting) {
+        return;
+    }
+    if (std::strncmp(line, "url:", 4) == 0) {
+        ++g_workers;
+    } else if (std::strcmp(line, "pthread creaete error\n") == 0) {
+        --g_workers;
+    }
 }
 
 int RecvMsg(noltDevSDK_special_msg_to_dev *msg) {
     return msg != nullptr && msg->len > 0 ? 0 : -1;
 }
 
-void Fill(void *dst, size_t len) {
-    std::lock_guard<std::mutex> lock(g_mu);
-    uint8_t *out = static_cast<uint8_t *>(dst);
-    for (size_t i = 0; i < len; ++i) {
-        out[i] = g_runtime.empty() ? 0 : g_runtime[i % g_runtime.size()];
+uint8_t NextByte() {
+    uint8_t b = 0;
+    Fill(&b, 1);
+    return b;
+}
+
+// Mostly success, sometimes "not supported" or another failure.
+int ResultCode() {
+    uint8_t rc = NextByte();
+    return rc < 200 ? 0 : (rc < 230 ? NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT : NOLTDEVSDK_SPECIAL_CODE_FAIL);
+}
+
+// The deletion results: the application allocates the block and the module frees it.
+// The count always matches what was allocated (the block is the application's memory),
+// but the answer may fail with or without a block, or succeed without one.
+int DeletionResults(noltDevSDK_special_runtime_info *info) {
+    uint8_t mode = NextByte();
+    uint8_t n = NextByte() % 8;
+    size_t size = sizeof(noltDevSDK_Special_DelTrusteeship_S) + n * sizeof(noltDevSDK_Special_DelTrusteeship_Param_S);
+    if (mode % 8 != 7) {
+        auto *block = static_cast<noltDevSDK_Special_DelTrusteeship_S *>(std::malloc(size));
+        Fill(block, size);
+        block->usNum = n;
+        info->data = block;
     }
+    return mode % 4 == 3 ? NOLTDEVSDK_SPECIAL_CODE_FAIL : 0;
 }
 
 int GetRuntimeInfo(noltDevSDK_special_runtime_info *info) {
     if (info->type == NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP) {
-        // the application allocates the deletion block and the module frees it; its count
-        // always matches what was allocated (a block is the application's own memory)
-        uint8_t n = 0;
-        Fill(&n, 1);
-        size_t size = sizeof(noltDevSDK_Special_DelTrusteeship_S) +
-                      n % 8 * sizeof(noltDevSDK_Special_DelTrusteeship_Param_S);
-        auto *block = static_cast<noltDevSDK_Special_DelTrusteeship_S *>(malloc(size));
-        Fill(block, size);
-        block->usNum = n % 8;
-        info->data = block;
-        return 0;
+        return DeletionResults(info);
     }
+    int rc = ResultCode();
     if (info->data != nullptr && info->len > 0) {
         Fill(info->data, static_cast<size_t>(info->len));
     }
-    uint8_t rc = 0;
-    Fill(&rc, 1);
-    // mostly success, sometimes "not supported" or another failure
-    return rc < 200 ? 0 : (rc < 230 ? NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT : NOLTDEVSDK_SPECIAL_CODE_FAIL);
+    return rc;
 }
 } // namespace
 
@@ -71,6 +100,7 @@ void Start() {
     started = true;
     noltdev_host_kernel_reset();
     noltdev_host_set_log_level(0);
+    noltdev_host_set_log_hook(&LogHook, nullptr);
     noltdev_host_set_sink(&Sink, nullptr);
     noltDevSDK_special_init_info info;
     std::memset(&info, 0, sizeof info);
@@ -82,16 +112,34 @@ void Start() {
 void SetRuntimeBytes(const uint8_t *data, size_t size) {
     std::lock_guard<std::mutex> lock(g_mu);
     g_runtime.assign(data, data + size);
+    g_next = 0;
 }
 
-uint64_t SentCount() {
+void Fill(void *dst, size_t len) {
     std::lock_guard<std::mutex> lock(g_mu);
-    return g_sent;
+    uint8_t *out = static_cast<uint8_t *>(dst);
+    if (g_runtime.empty()) {
+        std::memset(out, 0, len);
+        return;
+    }
+    while (len > 0) {
+        size_t at = g_next % g_runtime.size();
+        size_t n = std::min(len, g_runtime.size() - at);
+        std::memcpy(out, g_runtime.data() + at, n);
+        out += n;
+        len -= n;
+        g_next += n;
+    }
 }
 
-bool WaitForSent(uint64_t n, int timeout_ms) {
+void CountWorkers(bool on) {
+    std::lock_guard<std::mutex> lock(g_mu);
+    g_counting = on;
+}
+
+bool WaitForWorkers(int timeout_ms) {
     std::unique_lock<std::mutex> lock(g_mu);
-    return g_cv.wait_for(lock, std::chrono::milliseconds(timeout_ms), [&] { return g_sent >= n; });
+    return g_cv.wait_for(lock, std::chrono::milliseconds(timeout_ms), [] { return g_answers >= g_workers; });
 }
 
 uint32_t Reader::U32() {

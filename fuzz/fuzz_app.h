@@ -10,12 +10,17 @@ namespace special_fuzz {
 
 // Starts the module once per process (quiet log, counting sink).
 void Start();
-// Bytes that get_runtime_info copies into every record it is asked for (cycled).
+// Bytes get_runtime_info hands out: each call takes the next ones (cycling), first one
+// byte for its result code, then the record, so items see different values.
 void SetRuntimeBytes(const uint8_t *data, size_t size);
-// Number of messages the kernel has accepted so far.
-uint64_t SentCount();
-// Waits (bounded) until at least n messages have been sent; false on time-out.
-bool WaitForSent(uint64_t n, int timeout_ms);
+// Fills len bytes from the runtime bytes, as get_runtime_info does.
+void Fill(void *dst, size_t len);
+// Counts custom-voice workers from the log while on: only while a custom-voice command is
+// being delivered, since other commands may log a body that looks the same.
+void CountWorkers(bool on);
+// Waits (bounded) until every custom-voice worker started so far has sent its answer,
+// so workers never pile up between inputs; false on time-out.
+bool WaitForWorkers(int timeout_ms = 5000);
 
 // Reads fixed-size values off the front of the input.
 struct Reader {

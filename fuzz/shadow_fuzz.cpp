@@ -1,5 +1,6 @@
 // Fuzzes the "Trusteeship" shadow key: a platform value of any type, length and text,
-// then a read-back of the key's value into a buffer of a fuzzed size.
+// then a read-back of the key's value into a buffer of a fuzzed size, from deletion
+// results the application fills from the same bytes.
 #include <cstdint>
 #include <string>
 
@@ -11,8 +12,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     special_fuzz::Reader in{data, size};
     int type = in.U8() % 8;
     int buf_size = 1 + in.U8() * 8;
+    uint8_t cut = in.U8();
     std::string text(reinterpret_cast<const char *>(in.data), in.size);
-    noltdev_host_shadow_deliver(3999, "Trusteeship", type, text.c_str(), static_cast<int>(text.size()));
+    // the whole text (negative length), a prefix of it, or a length beyond it
+    int length = cut == 0 ? -1 : cut == 1 ? static_cast<int>(text.size()) + 16 : static_cast<int>(text.size() * cut / 256);
+    noltdev_host_shadow_deliver(3999, "Trusteeship", type, text.c_str(), length);
     special_fuzz::SetRuntimeBytes(in.data, in.size);
     char out[4096];
     noltdev_host_shadow_read(3999, "Trusteeship", buf_size, out, sizeof out, nullptr, nullptr);
