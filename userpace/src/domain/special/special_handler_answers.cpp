@@ -82,3 +82,10 @@ int SpecialUnbindUserRsp(const char *text) {
     bscJSON_Delete(root);
     return rc;
 }
+
+int UnbindUserReq_Bushandle(void *buf, int buf_len) {
+    (void)buf_len; /* the kernel terminates the body */
+    const char *text = static_cast<const char *>(buf);
+    noltdev_debug(LOG_INFO, "%s\n", text != NULL ? text : "");
+    return SpecialUnbindUserRsp(text);
+}
