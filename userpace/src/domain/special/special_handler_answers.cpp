@@ -66,10 +66,9 @@ int SpecialQueryVoddnsMappedPortRsp(CMarkupSTL *req, CMarkupSTL *rsp) {
 }
 
 int SpecialUnbindUserRsp(const char *text) {
-    if (!SpecialRecvMsgReady()) {
+    if (!SpecialRecvMsgReady("SpecialUnbindUserRsp\n")) {
         return -1;
     }
-    noltdev_debug(LOG_DEBUG, "SpecialUnbindUserRsp\n");
     noltDevSDK_special_unbind_user record;
     memset(&record, 0, sizeof record);
     /* a text that is not JSON gives no tree and is delivered with result 0 */

@@ -111,10 +111,9 @@ bool ReadJsonValue(const KeyValueSetting &setting, const char *text, KeyValueRec
 
 int SpecialSetKeyValueReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp; /* the frame answers with what it prepared */
-    if (!SpecialRecvMsgReady()) {
+    if (!SpecialRecvMsgReady("SpecialSetKeyValueReq\n")) {
         return -1;
     }
-    noltdev_debug(LOG_DEBUG, "SpecialSetKeyValueReq\n");
     KeyValueRecord record;
     memset(&record, 0, sizeof record);
 

@@ -5,17 +5,15 @@
 #include <string>
 
 #include "bscJSON.h"
-#include "log_ctrl.h"
 #include "noltdev_sdk_kernel_struct.h"
 #include "special.h"
 #include "special_handler_util.h"
 
 int SpecialSetLinkageModeStatusReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp;
-    if (!SpecialRecvMsgReady()) {
+    if (!SpecialRecvMsgReady("SpecialSetLinkageModeStatusReq\n")) {
         return -1;
     }
-    noltdev_debug(LOG_DEBUG, "SpecialSetLinkageModeStatusReq\n");
     noltDevSDK_linkage_mode_status record;
     memset(&record, 0, sizeof record);
     SpecialFindInt(req, "Enable", true, &record.enable);
@@ -46,10 +44,9 @@ static int JsonInt(const bscJSON *obj, const char *name) {
 
 int SpecialWakeReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp;
-    if (!SpecialRecvMsgReady()) {
+    if (!SpecialRecvMsgReady("SpecialWakeReq\n")) {
         return -1;
     }
-    noltdev_debug(LOG_DEBUG, "SpecialWakeReq\n");
     bscJSON *root = bscJSON_Parse(req->GetDoc().c_str());
     if (root == NULL) {
         return 0;
@@ -63,10 +60,9 @@ int SpecialWakeReq(CMarkupSTL *req, CMarkupSTL *rsp) {
 
 int SetDelaySleepReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp;
-    if (!SpecialRecvMsgReady()) {
+    if (!SpecialRecvMsgReady("SpecialDelaySleepReq\n")) {
         return -1;
     }
-    noltdev_debug(LOG_DEBUG, "SpecialDelaySleepReq\n");
     noltDevSDK_special_delay_sleep_type record;
     memset(&record, 0, sizeof record);
     if (req->FindElem("Info", true)) {

@@ -31,10 +31,9 @@ static bool SwitchTypeFromPlatform(int platform, int *type) {
 
 int SpecialSetSwitchEnableReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp; /* the application's refusal goes back to the frame, not into the answer */
-    if (!SpecialRecvMsgReady()) {
+    if (!SpecialRecvMsgReady("SpecialSetSwitchEnableReq\n")) {
         return -1;
     }
-    noltdev_debug(LOG_DEBUG, "SpecialSetSwitchEnableReq\n");
     noltDevSDK_special_switch_enable record;
     memset(&record, 0, sizeof record);
     /* an unknown switch leaves the whole record zero and is still delivered */
@@ -58,13 +57,12 @@ static void ReadLine(CMarkupSTL *req, const char *name, float *x1, float *y1, fl
 }
 
 int SetFlowCountInfoReq(CMarkupSTL *req, CMarkupSTL *rsp) {
-    if (!SpecialRecvMsgReady()) {
+    if (!SpecialRecvMsgReady("SET FLOW COUNT INFO REQ\n")) {
         special_set_result(rsp, SPECIAL_RESULT_APP_FAIL);
         return NOLTDEVSDK_SPECIAL_CODE_NOT_INITED;
     }
     noltDevSDK_special_flow_counting_cfg record;
     memset(&record, 0, sizeof record);
-    noltdev_debug(LOG_DEBUG, "SET FLOW COUNT INFO REQ\n");
 
     SpecialFindInt(req, "Position", true, &record.angle_vectical);
     ReadLine(req, "Line", &record.cross_line_x1, &record.cross_line_y1, &record.cross_line_x2,

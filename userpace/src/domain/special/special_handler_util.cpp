@@ -49,25 +49,34 @@ void SpecialAttribText(const CMarkupSTL *doc, const char *name, char *dst, size_
     SpecialCopyText(dst, size, doc->GetAttrib(name).c_str());
 }
 
-bool SpecialRecvMsgReady(void) {
+bool SpecialRecvMsgReady(const char *trace) {
     if (GetSpecialCallback()->recv_msg == NULL) {
         noltdev_debug(LOG_ERROR, kCallbackMissing);
         return false;
     }
+    if (trace != NULL) {
+        noltdev_debug(LOG_DEBUG, "%s", trace);
+    }
     return true;
 }
 
+/* Both callbacks take the same envelope: a type, the record and its length. */
+template <class Envelope> static Envelope MakeEnvelope(int type, void *record, size_t len) {
+    Envelope envelope;
+    memset(&envelope, 0, sizeof envelope);
+    envelope.type = type;
+    envelope.data = record;
+    envelope.len = static_cast<int>(len);
+    return envelope;
+}
+
+/* Some handlers call the application without checking first; a missing callback gets a
+ * defined failure instead of a call through NULL. */
 int SpecialDeliver(int type, void *record, size_t len) {
-    /* some handlers call the application without checking first; a missing callback
-     * gets a defined failure instead of a call through NULL */
-    if (!SpecialRecvMsgReady()) {
+    if (!SpecialRecvMsgReady(NULL)) {
         return -1;
     }
-    noltDevSDK_special_msg_to_dev msg;
-    memset(&msg, 0, sizeof msg);
-    msg.type = type;
-    msg.data = record;
-    msg.len = static_cast<int>(len);
+    noltDevSDK_special_msg_to_dev msg = MakeEnvelope<noltDevSDK_special_msg_to_dev>(type, record, len);
     return GetSpecialCallback()->recv_msg(&msg);
 }
 
@@ -77,11 +86,7 @@ int SpecialGetRuntime(int type, void *record, size_t len) {
         noltdev_debug(LOG_ERROR, kCallbackMissing);
         return -1;
     }
-    noltDevSDK_special_runtime_info info;
-    memset(&info, 0, sizeof info);
-    info.type = type;
-    info.data = record;
-    info.len = static_cast<int>(len);
+    noltDevSDK_special_runtime_info info = MakeEnvelope<noltDevSDK_special_runtime_info>(type, record, len);
     return cb->get_runtime_info(&info);
 }
 

@@ -26,9 +26,9 @@ int SpecialAttribInt(const CMarkupSTL *doc, const char *name);
 /* Copies an attribute of the main element into dst, bounded (empty when absent). */
 void SpecialAttribText(const CMarkupSTL *doc, const char *name, char *dst, size_t size);
 
-/* true when the application's recv_msg is stored; otherwise logs that the callbacks are
- * missing and returns false. */
-bool SpecialRecvMsgReady(void);
+/* true when the application's recv_msg is stored, after logging trace (when not NULL) at
+ * the debug level; otherwise logs that the callbacks are missing and returns false. */
+bool SpecialRecvMsgReady(const char *trace);
 
 /* Hands one payload record to recv_msg and returns its result (-1, logged, when no
  * recv_msg is stored). */

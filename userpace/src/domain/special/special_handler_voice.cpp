@@ -66,7 +66,7 @@ void *SpecialSetCustomVoiceRsp(void *arg) {
     CMarkupSTL rsp;
     noltdev_xml_init_rsp(rsp);
 
-    if (!SpecialRecvMsgReady()) {
+    if (!SpecialRecvMsgReady(NULL)) {
         special_set_result(&rsp, SPECIAL_RESULT_APP_FAIL);
     } else {
         noltDevSDK_special_operate_custom_voice record;
