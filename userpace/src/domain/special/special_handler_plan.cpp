@@ -32,6 +32,7 @@ static bool ReadWeek(CMarkupSTL *req, noltDevSDK_special_work_mode_plan *week) {
     int dates = 0;
     while (dates < PLAN_MAX_DAYS && req->FindElem("Date", false)) {
         ++dates;
+        /* as an unsigned byte, anything below '0' (an empty text too) is large and skipped */
         unsigned char day = static_cast<unsigned char>(req->GetAttrib("Weekday").c_str()[0] - '0');
         if (day >= PLAN_MAX_DAYS) {
             continue;
