@@ -208,6 +208,17 @@ bool SpecialFixture::WaitForSent(size_t n, int timeout_ms) {
     return cv_.wait_for(lock, std::chrono::milliseconds(timeout_ms), [&] { return sent_.size() >= n; });
 }
 
+bool SpecialFixture::WaitForCommand(uint32_t command, size_t n, int timeout_ms) {
+    std::unique_lock<std::mutex> lock(mu_);
+    return cv_.wait_for(lock, std::chrono::milliseconds(timeout_ms), [&] {
+        size_t seen = 0;
+        for (const Sent &s : sent_) {
+            seen += s.command == command ? 1 : 0;
+        }
+        return seen >= n;
+    });
+}
+
 int SpecialFixture::Inject(int command, uint32_t seq, const std::string &body) {
     return noltdev_host_inject(kDomain, command, seq, body.data(), static_cast<uint32_t>(body.size()));
 }

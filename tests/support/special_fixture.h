@@ -91,6 +91,8 @@ class SpecialFixture : public ::testing::Test {
     void SetSendResult(int rc);
     // Waits (without sleeping blindly) until at least n messages were sent.
     bool WaitForSent(size_t n, int timeout_ms = 5000);
+    // Waits likewise until at least n messages of this command were sent.
+    bool WaitForCommand(uint32_t command, size_t n, int timeout_ms = 5000);
     // Delivers a platform message to the domain at once.
     int Inject(int command, uint32_t seq, const std::string &body);
 
