@@ -70,7 +70,8 @@ int ResultCode() {
 int DeletionResults(noltDevSDK_special_runtime_info *info) {
     uint8_t mode = NextByte();
     uint8_t n = NextByte() % 8;
-    size_t size = sizeof(noltDevSDK_Special_DelTrusteeship_S) + n * sizeof(noltDevSDK_Special_DelTrusteeship_Param_S);
+    size_t size =
+        sizeof(noltDevSDK_Special_DelTrusteeship_S) + n * sizeof(noltDevSDK_Special_DelTrusteeship_Param_S);
     if (mode % 8 != 7) {
         auto *block = static_cast<noltDevSDK_Special_DelTrusteeship_S *>(std::malloc(size));
         Fill(block, size);

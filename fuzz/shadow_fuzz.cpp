@@ -15,7 +15,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     uint8_t cut = in.U8();
     std::string text(reinterpret_cast<const char *>(in.data), in.size);
     // the whole text (negative length), a prefix of it, or a length beyond it
-    int length = cut == 0 ? -1 : cut == 1 ? static_cast<int>(text.size()) + 16 : static_cast<int>(text.size() * cut / 256);
+    int length = cut == 0   ? -1
+                 : cut == 1 ? static_cast<int>(text.size()) + 16
+                            : static_cast<int>(text.size() * cut / 256);
     noltdev_host_shadow_deliver(3999, "Trusteeship", type, text.c_str(), length);
     special_fuzz::SetRuntimeBytes(in.data, in.size);
     char out[4096];
