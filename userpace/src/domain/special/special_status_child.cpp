@@ -74,14 +74,11 @@ static int KeepList(ChildList<Entry> *cache, const ChildList<Entry> &fresh, cons
 /* ---- trusteeship: JSON as the whole document -------------------------------------------- */
 
 static bscJSON *TrusteeshipJson(const char *baseserial) {
-    bscJSON *obj = bscJSON_CreateObject();
-    if (obj == NULL) {
-        return NULL;
-    }
-    bscJSON_AddNumberToObject(obj, "operateType", baseserial[0] != '\0' ? 1 : 2);
-    bscJSON_AddStringToObject(obj, "baseserial", baseserial);
-    bscJSON_AddStringToObject(obj, "subserial", noltdev_sdk_kernel_getdevinfo_bykey("dev_subserial"));
-    return obj;
+    const SpecialJsonMember members[] = {
+        {"operateType", NULL, baseserial[0] != '\0' ? 1 : 2},
+        {"baseserial", baseserial, 0},
+        {"subserial", noltdev_sdk_kernel_getdevinfo_bykey("dev_subserial"), 0}};
+    return SpecialStatusJsonObject(members, SPECIAL_COUNT_OF(members));
 }
 
 /* The trusteeship is compared and kept as a string. */
@@ -192,13 +189,13 @@ int SpecialReportTrusteeshipConnect(int) {
     int count = SpecialStatusBound(g_trusteeship_connect.num, kChildren);
     for (int i = 0; list != NULL && i < count; i++) {
         const noltDevSDK_trusteeship_subserial &entry = g_trusteeship_connect.entries[i];
-        bscJSON *item = bscJSON_CreateObject();
+        const SpecialJsonMember members[] = {{"subserial", entry.subserial, 0},
+                                             {"connect_status", NULL, entry.connect_status},
+                                             {"channel", NULL, entry.iChannel}};
+        bscJSON *item = SpecialStatusJsonObject(members, SPECIAL_COUNT_OF(members));
         if (item == NULL) {
             break;
         }
-        bscJSON_AddStringToObject(item, "subserial", entry.subserial);
-        bscJSON_AddNumberToObject(item, "connect_status", entry.connect_status);
-        bscJSON_AddNumberToObject(item, "channel", entry.iChannel);
         bscJSON_AddItemToArray(list, item);
     }
     if (list != NULL) {
@@ -283,21 +280,16 @@ static bool AssociatedBody(CMarkupSTL *doc, const void *, int *result) {
     char signal[4];
     snprintf(conn, sizeof conn, "%d", status.conn_status);
     snprintf(signal, sizeof signal, "%d", status.signal);
+    const SpecialJsonMember members[] = {
+        {"Conn", conn, 0},        {"Name", status.interface_name, 0}, {"Address", status.local_ip, 0},
+        {"Mask", status.mask, 0}, {"Gateway", status.gateway, 0},     {"Signal", signal, 0},
+        {"SSID", status.ssid, 0}, {"Dbserial", status.db_serial, 0}};
     SpecialStatusAddStatus(doc, "DB_Chime_ConnInfo", NULL);
-    bscJSON *obj = bscJSON_CreateObject();
+    bscJSON *obj = SpecialStatusJsonObject(members, SPECIAL_COUNT_OF(members));
     if (obj == NULL) {
-        *result = -1;
-        return false;
+        return SpecialStatusGiveUp(result, NULL);
     }
-    bscJSON_AddStringToObject(obj, "Conn", conn);
-    bscJSON_AddStringToObject(obj, "Name", status.interface_name);
-    bscJSON_AddStringToObject(obj, "Address", status.local_ip);
-    bscJSON_AddStringToObject(obj, "Mask", status.mask);
-    bscJSON_AddStringToObject(obj, "Gateway", status.gateway);
-    bscJSON_AddStringToObject(obj, "Signal", signal);
-    bscJSON_AddStringToObject(obj, "SSID", status.ssid);
-    bscJSON_AddStringToObject(obj, "Dbserial", status.db_serial);
-    SpecialStatusSetJsonValue(doc, obj, true);
+    SpecialStatusSetJsonValue(doc, obj, true); /* without a printed text it goes out without "Value" */
     return true;
 }
 

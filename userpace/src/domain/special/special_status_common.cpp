@@ -84,6 +84,14 @@ int SpecialStatusReport(int cmd, SpecialReportBody body, const void *ctx, int fl
     return SpecialStatusSend(doc, cmd, seq);
 }
 
+bool SpecialStatusGiveUp(int *result, const char *line) {
+    if (line != NULL) {
+        noltdev_debug(LOG_ERROR, "%s", line);
+    }
+    *result = -1;
+    return false;
+}
+
 void SpecialStatusAddStatus(CMarkupSTL *doc, const char *type, const char *value) {
     doc->AddElem("Status");
     doc->SetAttrib("Type", type);
@@ -100,6 +108,30 @@ bool SpecialStatusSetJsonValue(CMarkupSTL *doc, bscJSON *obj, bool formatted) {
     }
     doc->SetAttrib("Value", text);
     bscJSON_free(text);
+    return true;
+}
+
+bscJSON *SpecialStatusJsonObject(const SpecialJsonMember *members, size_t count) {
+    bscJSON *obj = bscJSON_CreateObject();
+    for (size_t i = 0; obj != NULL && i < count; i++) {
+        if (members[i].text != NULL) {
+            bscJSON_AddStringToObject(obj, members[i].key, members[i].text);
+        } else {
+            bscJSON_AddNumberToObject(obj, members[i].key, members[i].number);
+        }
+    }
+    return obj;
+}
+
+bool SpecialStatusJsonValue(CMarkupSTL *doc, const SpecialJsonMember *members, size_t count, bool formatted,
+                            const char *create_fail, const char *print_fail, int *result) {
+    bscJSON *obj = SpecialStatusJsonObject(members, count);
+    if (obj == NULL) {
+        return SpecialStatusGiveUp(result, create_fail);
+    }
+    if (!SpecialStatusSetJsonValue(doc, obj, formatted)) {
+        return SpecialStatusGiveUp(result, print_fail);
+    }
     return true;
 }
 

@@ -11,6 +11,9 @@
 #include "log_ctrl.h"
 #include "markupstl.h"
 
+/* Number of elements of a fixed array. */
+#define SPECIAL_COUNT_OF(array) (sizeof(array) / sizeof((array)[0]))
+
 /* The not-seen value of the caches that hold one int. */
 extern const int kSpecialNotSeen;
 
@@ -88,6 +91,10 @@ int SpecialStatusBound(int count, int capacity);
  * True to send; false sends nothing and makes *result the report's result. */
 typedef bool (*SpecialReportBody)(CMarkupSTL *doc, const void *ctx, int *result);
 
+/* For a body that gives up: logs line (when not NULL) at the error level, makes the
+ * report's result -1 and returns false, so nothing is sent. */
+bool SpecialStatusGiveUp(int *result, const char *line);
+
 enum {
     kSpecialReportSerial = 1,    /* "DevSerial" before "Authorization" */
     kSpecialReportSequenced = 2, /* the next sequence number; without it 0 */
@@ -103,6 +110,19 @@ int SpecialStatusReport(int cmd, SpecialReportBody body, const void *ctx, int fl
 
 /* Adds "Status" with the attributes "Type" and, when value is not NULL, "Value". */
 void SpecialStatusAddStatus(CMarkupSTL *doc, const char *type, const char *value);
+/* One member of a JSON object: a string when text is not NULL, else the number. */
+struct SpecialJsonMember {
+    const char *key;
+    const char *text;
+    int number;
+};
+/* An object of these members in this order; NULL when cJSON fails. */
+bscJSON *SpecialStatusJsonObject(const SpecialJsonMember *members, size_t count);
+/* Sets the "Value" of the main element to the object of these members, printed
+ * formatted or compact. When cJSON fails it gives up (see SpecialStatusGiveUp) with
+ * create_fail or print_fail as the log line. */
+bool SpecialStatusJsonValue(CMarkupSTL *doc, const SpecialJsonMember *members, size_t count, bool formatted,
+                            const char *create_fail, const char *print_fail, int *result);
 /* Prints obj (formatted or compact) into the "Value" attribute of the main element and
  * deletes obj; false, and no "Value", when printing failed. */
 bool SpecialStatusSetJsonValue(CMarkupSTL *doc, bscJSON *obj, bool formatted);

@@ -122,25 +122,13 @@ int SpecialDev4GInfoIsChanged(void) {
 }
 
 static bool Dev4GBody(CMarkupSTL *doc, const void *, int *result) {
-    bscJSON *obj = bscJSON_CreateObject();
-    if (obj == NULL) {
-        noltdev_debug(LOG_ERROR, "Failed to bscJSON_CreateObject\n");
-        *result = -1;
-        return false;
-    }
-    bscJSON_AddNumberToObject(obj, "status", g_st4GInfo.status);
-    bscJSON_AddNumberToObject(obj, "sigal", g_st4GInfo.sigal);
-    bscJSON_AddNumberToObject(obj, "type", g_st4GInfo.type);
-    bscJSON_AddStringToObject(obj, "network", g_st4GInfo.network);
-    bscJSON_AddStringToObject(obj, "ICCID", g_st4GInfo.ICCID);
-    bscJSON_AddStringToObject(obj, "IMEI", g_st4GInfo.IMEI);
+    const SpecialJsonMember members[] = {
+        {"status", NULL, g_st4GInfo.status}, {"sigal", NULL, g_st4GInfo.sigal},
+        {"type", NULL, g_st4GInfo.type},     {"network", g_st4GInfo.network, 0},
+        {"ICCID", g_st4GInfo.ICCID, 0},      {"IMEI", g_st4GInfo.IMEI, 0}};
     SpecialStatusAddStatus(doc, "4G_Info", NULL);
-    if (!SpecialStatusSetJsonValue(doc, obj, true)) {
-        noltdev_debug(LOG_ERROR, "Failed to bscJSON_Print.\n");
-        *result = -1;
-        return false;
-    }
-    return true;
+    return SpecialStatusJsonValue(doc, members, SPECIAL_COUNT_OF(members), true,
+                                  "Failed to bscJSON_CreateObject\n", "Failed to bscJSON_Print.\n", result);
 }
 
 int SpecialDev4GInfoReport(int) {

@@ -111,31 +111,22 @@ static void TidyCustomVoices(noltDevSDK_special_custom_voice_infos *infos) {
 }
 
 static bscJSON *CustomVoiceJson(const noltDevSDK_special_custom_voice_info &voice) {
-    bscJSON *obj = bscJSON_CreateObject();
-    if (obj == NULL) {
-        return NULL;
-    }
-    char text[64];
-    snprintf(text, sizeof text, "%d", voice.index);
-    bscJSON_AddStringToObject(obj, "index", text);
-    bscJSON_AddStringToObject(obj, "name", voice.name);
-    bscJSON_AddStringToObject(obj, "url", voice.url);
-    snprintf(text, sizeof text, "%d", voice.status);
-    bscJSON_AddStringToObject(obj, "status", text);
-    snprintf(text, sizeof text, "%ld", static_cast<long>(voice.create_time));
-    bscJSON_AddStringToObject(obj, "createtime", text);
-    snprintf(text, sizeof text, "%d", voice.customVoice);
-    bscJSON_AddStringToObject(obj, "CustomVoice", text);
-    return obj;
+    char index[64], status[64], create_time[64], custom[64];
+    snprintf(index, sizeof index, "%d", voice.index);
+    snprintf(status, sizeof status, "%d", voice.status);
+    snprintf(create_time, sizeof create_time, "%ld", static_cast<long>(voice.create_time));
+    snprintf(custom, sizeof custom, "%d", voice.customVoice);
+    const SpecialJsonMember members[] = {
+        {"index", index, 0},   {"name", voice.name, 0},        {"url", voice.url, 0},
+        {"status", status, 0}, {"createtime", create_time, 0}, {"CustomVoice", custom, 0}};
+    return SpecialStatusJsonObject(members, SPECIAL_COUNT_OF(members));
 }
 
 static bool CustomVoiceBody(CMarkupSTL *doc, const void *, int *result) {
     SpecialStatusAddStatus(doc, "CustomVoice", NULL);
     bscJSON *list = bscJSON_CreateArray();
     if (list == NULL) {
-        noltdev_debug(LOG_ERROR, "bscJSON create array error\n");
-        *result = -1;
-        return false;
+        return SpecialStatusGiveUp(result, "bscJSON create array error\n");
     }
     /* num is the application's; the walk still never leaves the 16 cached entries */
     int count = SpecialStatusBound(g_custom_voice_infos.num, kVoices);

@@ -5,6 +5,7 @@
 #include "noltDevSDK_report_status.h"
 #include "special.h"
 #include "special_status.h"
+#include "special_status_common.h"
 
 namespace {
 struct StatusItem {
@@ -88,7 +89,7 @@ void SpecialStatusRegisterAll(void) {
     /* one record for every item: the service copies what it keeps */
     noltDevSDK_report_status_info info;
     memset(&info, 0, sizeof info);
-    for (size_t i = 0; i < sizeof kStatusItems / sizeof kStatusItems[0]; i++) {
+    for (size_t i = 0; i < SPECIAL_COUNT_OF(kStatusItems); i++) {
         info.status_value = kStatusItems[i].id;
         info.status_is_changed = kStatusItems[i].is_changed;
         info.report_status = kStatusItems[i].report;
@@ -100,7 +101,7 @@ void SpecialStatusRegisterAll(void) {
 void SpecialStatusUnregisterAll(void) {
     noltDevSDK_report_status_info info;
     memset(&info, 0, sizeof info);
-    for (size_t i = 0; i < sizeof kUnregisterOrder / sizeof kUnregisterOrder[0]; i++) {
+    for (size_t i = 0; i < SPECIAL_COUNT_OF(kUnregisterOrder); i++) {
         info.status_value = kUnregisterOrder[i];
         noltDevSDK_report_status_unregister(&info);
     }

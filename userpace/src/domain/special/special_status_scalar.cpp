@@ -106,22 +106,13 @@ static const SpecialWatch kRingType = SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON
                                                            kRingTypeReset, LOG_ERROR, "ring type changed\n");
 
 static bool RingTypeBody(CMarkupSTL *doc, const void *, int *result) {
+    const SpecialJsonMember members[] = {{"Type", NULL, g_ring_type.type},
+                                         {"CustomRingIndex", NULL, g_ring_type.index},
+                                         {"Volume", NULL, g_ring_type.vol}};
     SpecialStatusAddStatus(doc, "device_bell", NULL);
-    bscJSON *obj = bscJSON_CreateObject();
-    if (obj == NULL) {
-        noltdev_debug(LOG_ERROR, "[SpecialReportRingType] create json failed.\n");
-        *result = -1;
-        return false;
-    }
-    bscJSON_AddNumberToObject(obj, "Type", g_ring_type.type);
-    bscJSON_AddNumberToObject(obj, "CustomRingIndex", g_ring_type.index);
-    bscJSON_AddNumberToObject(obj, "Volume", g_ring_type.vol);
-    if (!SpecialStatusSetJsonValue(doc, obj, false)) {
-        noltdev_debug(LOG_ERROR, "[SpecialReportRingType ]convert json to string faild\n");
-        *result = -1;
-        return false;
-    }
-    return true;
+    return SpecialStatusJsonValue(doc, members, SPECIAL_COUNT_OF(members), false,
+                                  "[SpecialReportRingType] create json failed.\n",
+                                  "[SpecialReportRingType ]convert json to string faild\n", result);
 }
 
 int SpecialRingTypeIsChanged(void) {
@@ -147,7 +138,6 @@ static const SpecialWatch kSpeakerFields[] = {
     /* the platform's log has no line of its own for the index: it shares the enable's */
     SPEAKER_WATCH(intel_index, "intel_enable is changed\n"),
 };
-static const size_t kSpeakerFieldCount = sizeof kSpeakerFields / sizeof kSpeakerFields[0];
 
 int SpecialSpeakerConfigIsChanged(void) {
     noltDevSDK_special_speaker_config fresh;
@@ -156,24 +146,20 @@ int SpecialSpeakerConfigIsChanged(void) {
         return verdict;
     }
     int changed = 0;
-    for (size_t i = 0; i < kSpeakerFieldCount; i++) {
+    for (size_t i = 0; i < SPECIAL_COUNT_OF(kSpeakerFields); i++) {
         changed |= SpecialStatusKeep(kSpeakerFields[i], &fresh);
     }
     return changed;
 }
 
 static bool SpeakerConfigBody(CMarkupSTL *doc, const void *, int *result) {
-    *result = 0; /* failures here are silent and the report still says 0 */
-    bscJSON *obj = bscJSON_CreateObject();
-    if (obj == NULL) {
-        return false;
-    }
-    bscJSON_AddNumberToObject(obj, "RingSwitch", g_speaker_config.ring_enable);
-    bscJSON_AddNumberToObject(obj, "RingIndex", g_speaker_config.ring_index);
-    bscJSON_AddNumberToObject(obj, "IntelligentSwitch", g_speaker_config.intel_enable);
-    bscJSON_AddNumberToObject(obj, "IntelligentIndex", g_speaker_config.intel_index);
+    const SpecialJsonMember members[] = {{"RingSwitch", NULL, g_speaker_config.ring_enable},
+                                         {"RingIndex", NULL, g_speaker_config.ring_index},
+                                         {"IntelligentSwitch", NULL, g_speaker_config.intel_enable},
+                                         {"IntelligentIndex", NULL, g_speaker_config.intel_index}};
     SpecialStatusAddStatus(doc, "SpeakerConfig", NULL);
-    return SpecialStatusSetJsonValue(doc, obj, true);
+    /* failures here are silent, and the report says 0 whatever happens */
+    return SpecialStatusJsonValue(doc, members, SPECIAL_COUNT_OF(members), true, NULL, NULL, result);
 }
 
 /* Always 0, whatever the send gives. */
@@ -183,7 +169,7 @@ int SpecialReportSpeakerConfig(int) {
 }
 
 int SpecialSpeakerConfigReset(void) {
-    for (size_t i = 0; i < kSpeakerFieldCount; i++) {
+    for (size_t i = 0; i < SPECIAL_COUNT_OF(kSpeakerFields); i++) {
         SpecialStatusReset(kSpeakerFields[i]);
     }
     return 0;
