@@ -10,7 +10,7 @@ namespace {
 typedef noltDevSDK_Special_DelTrusteeship_S Block;
 typedef noltDevSDK_Special_DelTrusteeship_Param_S Unit;
 
-class ShadowTest : public SpecialFixture {
+class ShadowTrusteeshipTest : public SpecialFixture {
   protected:
     void SetUp() override {
         SpecialFixture::SetUp();
@@ -42,13 +42,13 @@ class ShadowTest : public SpecialFixture {
     }
 };
 
-TEST_F(ShadowTest, InitStartsTheServiceTwiceAndFiniStopsIt) {
+TEST_F(ShadowTrusteeshipTest, InitStartsTheServiceTwiceAndFiniStopsIt) {
     EXPECT_EQ(2, noltdev_host_shadow_reg_count());
     noltDevSDK_special_fini();
     EXPECT_EQ(-1, Deliver(4, R"([{"channel":1,"subserial":"S1","baseserial":"B1"}])"));
 }
 
-TEST_F(ShadowTest, CommandReachesTheApplicationAsOneBlock) {
+TEST_F(ShadowTrusteeshipTest, CommandReachesTheApplicationAsOneBlock) {
     SetRecvResult(6, 5);
     EXPECT_EQ(5, Deliver(4, R"([{"channel":3,"subserial":"SUB-0123456789abcdef","baseserial":"B1"},
                                 {"channel":4,"subserial":"S2","baseserial":"B2","newbase":"N2","pwd":"key"}])"));
@@ -68,7 +68,7 @@ TEST_F(ShadowTest, CommandReachesTheApplicationAsOneBlock) {
     EXPECT_TRUE(HasLog(1, "Failed to ParseSync_DelTrusteeship while in recv_msg.\n"));
 }
 
-TEST_F(ShadowTest, BadCommandsDeliverNothing) {
+TEST_F(ShadowTrusteeshipTest, BadCommandsDeliverNothing) {
     struct Row {
         int type;
         const char *text, *log;
@@ -88,7 +88,7 @@ TEST_F(ShadowTest, BadCommandsDeliverNothing) {
     EXPECT_TRUE(Deliveries().empty());
 }
 
-TEST_F(ShadowTest, ResultsGoBackAsAnArray) {
+TEST_F(ShadowTrusteeshipTest, ResultsGoBackAsAnArray) {
     const int two = int(sizeof(Block) + 2 * sizeof(Unit));
     struct Row {
         std::vector<char> results;

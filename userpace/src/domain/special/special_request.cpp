@@ -120,8 +120,8 @@ int ReportFlowCountReq(noltDevSDK_special_flow_counting_seg_count *seg_info) {
     doc.IntoElem();
     for (int i = 0; i < count; ++i) {
         const noltDevSDK_special_flow_counting_seg &seg = seg_info->seg[i];
-        char begin[24]; /* 13 for "%4d%02d%02d%02d%02d", room for a five-digit year */
-        char end[24];
+        char begin[13]; /* "YYYYMMDDhhmm" */
+        char end[13];
         doc.AddElem("Data");
         doc.SetAttrib("In", seg.enter_num);
         doc.SetAttrib("Out", seg.leave_num);
