@@ -34,11 +34,17 @@ class ShadowTrusteeshipTest : public SpecialFixture {
             return 0;
         });
     }
-    std::string Read(int buf_size, int *type = nullptr, uint32_t *version = nullptr) {
+    // Reads the key through a buffer of buf_size bytes (0: the default) as
+    // "result type version text", the JSON text minified unless asked raw.
+    std::string Read(int buf_size, bool raw = false) {
         char out[4096] = {};
-        EXPECT_EQ(0,
-                  noltdev_host_shadow_read(kDomain, "Trusteeship", buf_size, out, sizeof out, type, version));
-        return out;
+        int type = -1;
+        uint32_t version = 0;
+        int rc = noltdev_host_shadow_read(kDomain, "Trusteeship", buf_size, out, sizeof out, &type, &version);
+        if (!raw) {
+            cJSON_Minify(out);
+        }
+        return std::to_string(rc) + " " + std::to_string(type) + " " + std::to_string(version) + " " + out;
     }
 };
 
@@ -54,8 +60,8 @@ TEST_F(ShadowTrusteeshipTest, CommandReachesTheApplicationAsOneBlock) {
                                 {"channel":4,"subserial":"S2","baseserial":"B2","newbase":"N2","pwd":"key"}])"));
     std::vector<Delivery> d = Deliveries();
     ASSERT_EQ(1u, d.size());
-    EXPECT_EQ(6, d[0].type);
-    ASSERT_EQ(int(sizeof(Block) + 2 * sizeof(Unit)), d[0].len);
+    ASSERT_EQ((std::vector<int>{6, int(sizeof(Block) + 2 * sizeof(Unit))}),
+              (std::vector<int>{d[0].type, d[0].len}));
     const Block *b = reinterpret_cast<const Block *>(d[0].bytes.data());
     auto unit = [b](int i) {
         const Unit &u = b->astUnit[i];
@@ -93,34 +99,32 @@ TEST_F(ShadowTrusteeshipTest, ResultsGoBackAsAnArray) {
     struct Row {
         std::vector<char> results;
         unsigned short usNum;
-        int len;
-        std::string json;
+        int len, buf_size;
+        std::string read;
     } rows[] = {
         {{0, 1, -1},
          3,
          0,
-         R"([{"channel":1,"result":0},{"channel":2,"result":-1},{"channel":3,"result":-1}])"},
-        {{1, 0}, 9, two, R"([{"channel":1,"result":-1},{"channel":2,"result":0}])"}, // usNum beyond the block
-        {{}, 0, 0, R"([{"channel":0}])"},
+         0,
+         R"(0 4 7 [{"channel":1,"result":0},{"channel":2,"result":-1},{"channel":3,"result":-1}])"},
+        {{1, 0},
+         9,
+         two,
+         0,
+         R"(0 4 7 [{"channel":1,"result":-1},{"channel":2,"result":0}])"}, // usNum past the block
+        {{}, 0, 0, 0, R"(0 4 7 [{"channel":0}])"},
+        {{}, 0, 0, 8, "0 6 7 "}, // too small a buffer: the value is left as it was
     };
     for (const Row &row : rows) {
         SetResults(row.results, row.usNum, row.len);
-        int type = -1;
-        uint32_t version = 0;
-        std::string text = Read(0, &type, &version);
-        cJSON_Minify(&text[0]);
-        EXPECT_EQ(row.json + " 4 7",
-                  text.c_str() + (" " + std::to_string(type)) + " " + std::to_string(version));
+        EXPECT_EQ(row.read, Read(row.buf_size));
     }
-    EXPECT_EQ("[{\n\t\t\"channel\":\t0\n\t}]", Read(0)); // printed formatted
-    EXPECT_EQ("", Read(8));                              // too small: left untouched
+    EXPECT_EQ("0 4 7 [{\n\t\t\"channel\":\t0\n\t}]", Read(0, true)); // printed formatted
     SetRuntimeHook(9, [](noltDevSDK_special_runtime_info *info) {
         info->data = malloc(64); // refused, yet the block is the module's to free
         return NOLTDEVSDK_SPECIAL_CODE_FAIL;
     });
-    char out[16];
-    EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_FAIL,
-              noltdev_host_shadow_read(kDomain, "Trusteeship", 0, out, sizeof out, nullptr, nullptr));
+    EXPECT_EQ(std::to_string(NOLTDEVSDK_SPECIAL_CODE_FAIL) + " 6 0 ", Read(0));
 }
 
 } // namespace
