@@ -94,6 +94,15 @@ TEST_F(RequestsTest, FlowCountNeedsASegmentAndReadsAtMostTen) {
     EXPECT_EQ(10u, SentMessages()[0].xml->select_nodes("/Request/Params/Data").size());
 }
 
+TEST_F(RequestsTest, TrusteeshipReportPassesItsResultOn) {
+    EXPECT_EQ(-1, noltDevSDK_special_report_trusteeship()); // the application cannot answer
+    SetRuntime(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, noltDevSDK_Trusteeship{"BASE01"});
+    SetSendResult(NOLTDEV_SDK_KERNEL_ERR_SEND);
+    EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_SEND_DATA_ERROR, noltDevSDK_special_report_trusteeship());
+    ASSERT_EQ(1u, SentCount());
+    EXPECT_EQ(12449u, SentMessages()[0].command);
+}
+
 TEST_F(RequestsTest, ResultMappingInitGuardAndRawPassThrough) {
     EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT, Send(NOLTDEVSDK_SPECIAL_MSG_TO_SERVER_COUNT, nullptr));
     EXPECT_EQ(-1, noltDevSDK_special_post_event(nullptr));
