@@ -46,7 +46,11 @@ int noltDevSDK_special_init(noltDevSDK_special_init_info *info) {
     }
 
     int result = 0;
-    /* INIT-EXTERN: load the domain here. */
+    if (special_extern_init() != 0) {
+        /* the items, shadow service and callbacks stay; a later init sets them again */
+        g_special_init_status = 0;
+        result = NOLTDEVSDK_SPECIAL_CODE_INIT_FAIL;
+    }
     noltdev_debug(LOG_DEBUG, "noltDevSDK_special_init over\n");
     return result;
 }
@@ -60,7 +64,7 @@ int noltDevSDK_special_fini(void) {
     noltDevSDK_report_status_fini();
     /* FINI-SHADOW: stop the shadow service here. */
     Special_Shadow_FnitService();
-    /* FINI-EXTERN: end the domain here. */
+    special_extern_fini();
     return 0;
 }
 
