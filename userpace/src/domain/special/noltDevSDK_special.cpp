@@ -37,7 +37,7 @@ int noltDevSDK_special_init(noltDevSDK_special_init_info *info) {
     SpecialSetCallback(&info->cb);
     noltDevSDK_report_status_init();
 
-    /* INIT-STATUS: register the status items here. */
+    SpecialStatusRegisterAll();
     /* INIT-SHADOW: start the shadow service here (twice). */
     /* started twice on purpose; only the second start's result is looked at */
     (void)Special_Shadow_InitService(info->resetReportAll);
@@ -60,7 +60,7 @@ int noltDevSDK_special_fini(void) {
         return 0;
     }
     g_special_init_status = 0;
-    /* FINI-STATUS: unregister the status items here. */
+    SpecialStatusUnregisterAll();
     noltDevSDK_report_status_fini();
     /* FINI-SHADOW: stop the shadow service here. */
     Special_Shadow_FnitService();
