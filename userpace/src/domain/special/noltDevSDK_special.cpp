@@ -38,7 +38,6 @@ int noltDevSDK_special_init(noltDevSDK_special_init_info *info) {
     noltDevSDK_report_status_init();
 
     SpecialStatusRegisterAll();
-    /* INIT-SHADOW: start the shadow service here (twice). */
     /* started twice on purpose; only the second start's result is looked at */
     (void)Special_Shadow_InitService(info->resetReportAll);
     if (Special_Shadow_InitService(info->resetReportAll) != 0) {
@@ -62,7 +61,6 @@ int noltDevSDK_special_fini(void) {
     g_special_init_status = 0;
     SpecialStatusUnregisterAll();
     noltDevSDK_report_status_fini();
-    /* FINI-SHADOW: stop the shadow service here. */
     Special_Shadow_FnitService();
     special_extern_fini();
     return 0;
