@@ -1,6 +1,7 @@
 // The demo device's state, its defaults and the two application callbacks.
 #include "device_state.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
@@ -107,7 +108,15 @@ const char *const kDefaults[] = {
     "device.now 1700000000",
 };
 
-#define AT(member) offsetof(State, member)
+// A group stored in a member of the state.
+#define AT(member) offsetof(State, member), sizeof(State::member)
+// One of the five switches.
+#define SWITCH(n) offsetof(State, switches) + (n) * sizeof(Switch), sizeof(Switch)
+
+// Copies a record, never more than the receiver's len or the stored record's size.
+void CopyRecord(void *dst, const void *src, int len, size_t size) {
+    std::memcpy(dst, src, len < 0 ? 0 : std::min(static_cast<size_t>(len), size));
+}
 
 // Drops the entry of a child list (children, power) whose serial matches.
 template <class List> bool RemoveBySerial(List &list, const char *serial) {
@@ -129,11 +138,11 @@ template <class List> bool RemoveBySerial(List &list, const char *serial) {
 
 const std::vector<Group> &DemoDevice::Groups() {
     static const std::vector<Group> groups = {
-        {"switch.flow", &kSwitchEnableDesc, AT(switches) + 0 * sizeof(Switch), 1, 1, 0},
-        {"switch.linger", &kSwitchEnableDesc, AT(switches) + 1 * sizeof(Switch), 1, 1, 1},
-        {"switch.face", &kSwitchEnableDesc, AT(switches) + 2 * sizeof(Switch), 1, 1, 2},
-        {"switch.distortion", &kSwitchEnableDesc, AT(switches) + 3 * sizeof(Switch), 1, 1, 3},
-        {"switch.chime", &kSwitchEnableDesc, AT(switches) + 4 * sizeof(Switch), 1, 1, 4},
+        {"switch.flow", &kSwitchEnableDesc, SWITCH(0), 1, 1, 0},
+        {"switch.linger", &kSwitchEnableDesc, SWITCH(1), 1, 1, 1},
+        {"switch.face", &kSwitchEnableDesc, SWITCH(2), 1, 1, 2},
+        {"switch.distortion", &kSwitchEnableDesc, SWITCH(3), 1, 1, 3},
+        {"switch.chime", &kSwitchEnableDesc, SWITCH(4), 1, 1, 4},
         {"flow", &kFlowCountingCfgDesc, AT(flow), 0, 0, kNone},
         {"icr", &kKeyValueDesc, AT(icr), 2, kNone, 0},
         {"voices", &kCustomVoiceInfosDesc, AT(voices), 3, kNone, kNone},
@@ -221,7 +230,7 @@ void DemoDevice::Set(const SetOp &op) {
 
 cJSON *DemoDevice::GroupJson(const Group &group) {
     std::lock_guard<std::mutex> lock(mu_);
-    return RecordToJson(*group.desc, Storage(group), group.desc->size);
+    return RecordToJson(*group.desc, Storage(group), group.size);
 }
 
 void DemoDevice::SetRecvResult(int type, int code) {
@@ -273,9 +282,7 @@ int DemoDevice::Answer(noltDevSDK_special_runtime_info *info) {
     if (g == nullptr || info->data == nullptr || info->len <= 0) {
         return NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT;
     }
-    size_t n =
-        static_cast<size_t>(info->len) < g->desc->size ? static_cast<size_t>(info->len) : g->desc->size;
-    std::memcpy(info->data, Storage(*g), n);
+    CopyRecord(info->data, Storage(*g), info->len, g->size);
     return 0;
 }
 
@@ -321,8 +328,7 @@ int DemoDevice::Apply(const noltDevSDK_special_msg_to_dev *msg) {
     if (g == nullptr) {
         return NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT;
     }
-    size_t n = static_cast<size_t>(msg->len) < g->desc->size ? static_cast<size_t>(msg->len) : g->desc->size;
-    std::memcpy(Storage(*g), msg->data, n);
+    CopyRecord(Storage(*g), msg->data, msg->len, g->size);
     return 0;
 }
 

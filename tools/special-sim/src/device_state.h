@@ -20,6 +20,7 @@ struct Group {
     const char *name;
     const RecordDesc *desc;
     size_t offset;    // in the state
+    size_t size;      // of the state's record (open-ended records hold a fixed number of entries)
     int runtime_type; // get_runtime_info type answered from it, or -1
     int msg_type;     // recv_msg type applied to it, or -1
     int selector;     // >= 0: only records whose first int equals it (switch type, key)

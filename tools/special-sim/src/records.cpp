@@ -98,15 +98,24 @@ cJSON *ArrayToJson(const RecordDesc &desc, const FieldDesc &f, const void *data,
         }
         return array;
     }
+    // Sparse arrays keep their indexes as keys; a grid nests rows ("time": {"1": {"0": ...}}).
     cJSON *object = cJSON_CreateObject();
     for (size_t i = 0; i < avail; i++) {
         const unsigned char *p = At(data, f.offset + i * f.size);
         if (AllZero(p, f.size)) {
             continue;
         }
-        std::string key =
-            f.dim1 > 0 ? std::to_string(i / f.dim1) + "." + std::to_string(i % f.dim1) : std::to_string(i);
-        cJSON_AddItemToObject(object, key.c_str(), RecordToJson(*f.element, p, f.size));
+        cJSON *parent = object;
+        size_t column = i;
+        if (f.dim1 > 0) {
+            std::string row = std::to_string(i / f.dim1);
+            parent = cJSON_GetObjectItemCaseSensitive(object, row.c_str());
+            if (parent == nullptr) {
+                parent = cJSON_AddObjectToObject(object, row.c_str());
+            }
+            column = i % f.dim1;
+        }
+        cJSON_AddItemToObject(parent, std::to_string(column).c_str(), RecordToJson(*f.element, p, f.size));
     }
     return object;
 }

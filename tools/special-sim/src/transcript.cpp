@@ -21,9 +21,52 @@ std::string Indent(const std::string &text, const std::string &prefix) {
         while (tabs < line.size() && line[tabs] == '\t') {
             tabs++;
         }
-        out += prefix + std::string(tabs * 2, ' ') + line.substr(tabs) + "\n";
+        std::string rest = line.substr(tabs);
+        for (char &c : rest) {
+            c = c == '\t' ? ' ' : c; // cJSON separates a member's name and value by a tab
+        }
+        out += prefix + std::string(tabs * 2, ' ') + rest + "\n";
     }
     return out;
+}
+
+} // namespace
+
+namespace {
+
+// A JSON object or array formatted, or "" when the text is not one.
+std::string FormatJson(const std::string &text) {
+    size_t first = text.find_first_not_of(" \t\r\n");
+    if (first == std::string::npos || (text[first] != '{' && text[first] != '[')) {
+        return "";
+    }
+    cJSON *json = cJSON_Parse(text.c_str());
+    char *printed = json ? cJSON_Print(json) : nullptr;
+    std::string out = printed ? printed : "";
+    cJSON_free(printed);
+    cJSON_Delete(json);
+    return out;
+}
+
+// Several statuses carry JSON inside an XML attribute or element; the XML printer
+// escapes it beyond reading, so it is shown again below the document.
+void AppendEmbeddedJson(const pugi::xml_node &node, std::string *out) {
+    for (pugi::xml_node child : node.children()) {
+        if (child.type() != pugi::node_element) {
+            continue;
+        }
+        for (pugi::xml_attribute attr : child.attributes()) {
+            std::string json = FormatJson(attr.value());
+            if (!json.empty()) {
+                *out += std::string("\n") + child.name() + "@" + attr.name() + " as JSON:\n" + json;
+            }
+        }
+        std::string json = FormatJson(child.text().get());
+        if (!json.empty() && child.first_child().type() == pugi::node_pcdata) {
+            *out += std::string("\n") + child.name() + " as JSON:\n" + json;
+        }
+        AppendEmbeddedJson(child, out);
+    }
 }
 
 } // namespace
@@ -34,27 +77,22 @@ std::string PrettyBody(const std::string &body, std::string *format) {
         *format = "empty";
         return "";
     }
-    if (body[first] == '{' || body[first] == '[') {
-        cJSON *json = cJSON_Parse(body.c_str());
-        if (json != nullptr) {
-            char *text = cJSON_Print(json);
-            std::string out = text ? text : body;
-            cJSON_free(text);
-            cJSON_Delete(json);
-            *format = "json";
-            return out;
-        }
+    std::string json = FormatJson(body);
+    if (!json.empty()) {
+        *format = "json";
+        return json;
     }
     pugi::xml_document doc;
     if (body[first] == '<' &&
         doc.load_buffer(body.data(), body.size(), pugi::parse_default | pugi::parse_declaration)) {
         std::ostringstream out;
         doc.save(out, "  ", pugi::format_indent | pugi::format_no_declaration);
-        *format = "xml";
         std::string text = out.str();
         while (!text.empty() && text.back() == '\n') {
             text.pop_back();
         }
+        AppendEmbeddedJson(doc, &text);
+        *format = "xml";
         return text;
     }
     *format = "text";
