@@ -365,8 +365,8 @@ Scenario ParseScenario(const std::string &text, const std::string &file) {
         } else {
             step.op = it->second.first;
             err = it->second.second(cursor, step, ctx);
-            if (err.empty() && cursor.BadQuote()) {
-                err = "unterminated quote";
+            if (cursor.BadQuote()) {
+                err = "unterminated quote"; // the real cause of whatever the command missed
             }
             if (err.empty() && !cursor.AtEnd()) {
                 err = "unexpected '" + cursor.Rest() + "' at the end of the line";
