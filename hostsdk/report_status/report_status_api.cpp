@@ -1,5 +1,8 @@
 // The report-status service's C entry points: the functions a domain module calls and
 // the report section of the host control API, over one process-wide service.
+#include <mutex>
+#include <vector>
+
 #include "noltDevSDK_report_status.h"
 #include "noltdev_host.h"
 #include "report_poller.h"
@@ -10,6 +13,8 @@ namespace {
 struct ReportService {
     noltdev_host::ReportRegistry registry;
     noltdev_host::ReportPoller poller{registry}; // declared last: stops before the registry goes
+    std::mutex log_mu;
+    std::vector<uint32_t> unregistered; // ids passed to unregister, in call order
 };
 
 ReportService &Service() {
@@ -47,6 +52,10 @@ int noltDevSDK_report_status_unregister(const noltDevSDK_report_status_info *inf
         return -1;
     }
     ReportService &s = Service();
+    {
+        std::lock_guard<std::mutex> lock(s.log_mu);
+        s.unregistered.push_back(info->status_value);
+    }
     int rc = -1;
     s.poller.Quiesced([&] { rc = s.registry.Unregister(info->status_value); });
     return rc;
@@ -78,6 +87,22 @@ int noltdev_host_report_registered(uint32_t *ids, int max) {
 
 int noltdev_host_report_has_reset(uint32_t id) {
     return Service().registry.HasReset(id);
+}
+
+int noltdev_host_report_unregister_log(uint32_t *ids, int max) {
+    ReportService &s = Service();
+    std::lock_guard<std::mutex> lock(s.log_mu);
+    int n = static_cast<int>(s.unregistered.size());
+    for (int i = 0; ids != nullptr && i < n && i < max; ++i) {
+        ids[i] = s.unregistered[i];
+    }
+    return n;
+}
+
+void noltdev_host_report_clear_unregister_log(void) {
+    ReportService &s = Service();
+    std::lock_guard<std::mutex> lock(s.log_mu);
+    s.unregistered.clear();
 }
 
 } // extern "C"
