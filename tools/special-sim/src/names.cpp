@@ -32,13 +32,26 @@ bool ParseInteger(const std::string &text, long long *value) {
 }
 
 bool NameTable::Lookup(const std::string &text, long long *value) const {
+    // A name matches in full, without the table's prefix, or by a unique tail that starts
+    // after an underscore ("GET_SPECIAL_PLAN", "SPECIAL_PLAN").
+    const NamedValue *found = nullptr;
+    int tails = 0;
+    size_t plen = std::strlen(prefix_);
     for (size_t i = 0; i < count_; i++) {
-        const char *name = entries_[i].name;
-        size_t plen = std::strlen(prefix_);
-        if (text == name || (plen > 0 && std::strncmp(name, prefix_, plen) == 0 && text == name + plen)) {
+        std::string name = entries_[i].name;
+        if (text == name || (plen > 0 && name.compare(0, plen, prefix_) == 0 && text == name.substr(plen))) {
             *value = entries_[i].value;
             return true;
         }
+        if (!text.empty() && name.size() > text.size() && name[name.size() - text.size() - 1] == '_' &&
+            name.compare(name.size() - text.size(), text.size(), text) == 0) {
+            found = &entries_[i];
+            tails++;
+        }
+    }
+    if (tails == 1) {
+        *value = found->value;
+        return true;
     }
     return ParseInteger(text, value);
 }

@@ -18,8 +18,9 @@ class NameTable {
     NameTable(const NamedValue (&entries)[N], const char *prefix)
         : entries_(entries), count_(N), prefix_(prefix) {}
 
-    // Accepts the full name, the name without the table's prefix, or a number
-    // (decimal or 0x hex, negative allowed). Returns false when nothing matches.
+    // Accepts the full name, the name without the table's prefix, a tail of the name
+    // that starts after an underscore and fits one name only, or a number (decimal or
+    // 0x hex, negative allowed). Returns false when nothing matches.
     bool Lookup(const std::string &text, long long *value) const;
     // The full name of a value, or "" when the table has none.
     const char *Name(long long value) const;

@@ -201,9 +201,10 @@ void Runner::Inject(const Step &step) {
 void Runner::Shadow(const Step &step) {
     if (step.op == Op::ShadowDeliver) {
         int type = static_cast<int>(step.number);
-        int rc = noltdev_host_shadow_deliver(kDomain, step.arg.c_str(), type, step.body.c_str(),
-                                             static_cast<int>(step.body.size()));
-        out_.Shadow(true, step.arg, type, step.body, rc, 0);
+        out_.Shadow(true, step.arg, type, step.body, 0, 0);
+        Result("shadow", "noltdev_host_shadow_deliver",
+               noltdev_host_shadow_deliver(kDomain, step.arg.c_str(), type, step.body.c_str(),
+                                           static_cast<int>(step.body.size())));
         return;
     }
     std::string value(8192, '\0');

@@ -197,22 +197,27 @@ void Transcript::Shadow(bool to_device, const std::string &key, int type, const 
     cJSON_AddStringToObject(o, "key", key.c_str());
     cJSON_AddNumberToObject(o, "type", type);
     cJSON_AddStringToObject(o, "type_name", kShadowTypes.Name(type));
-    cJSON_AddNumberToObject(o, "result", result);
     cJSON_AddStringToObject(o, "body", value.c_str());
     std::string head =
         std::string(to_device ? "platform -> device  shadow \"" : "device -> platform  shadow \"") + key +
-        "\"  " + kShadowTypes.Describe(type) + "  -> " + DescribeCode(result);
+        "\"  " + kShadowTypes.Describe(type);
     if (!to_device) {
+        cJSON_AddNumberToObject(o, "result", result);
         cJSON_AddNumberToObject(o, "version", static_cast<double>(version));
-        head += "  version " + std::to_string(version);
+        head += "  version " + std::to_string(version) + "  -> " + DescribeCode(result);
     }
     Write(o, head + "\n" + Indent(pretty, "    "));
 }
 
 void Transcript::Outcome(const char *kind, const std::string &text, cJSON *members) {
-    cJSON *o = members ? members : cJSON_CreateObject();
+    cJSON *o = cJSON_CreateObject();
     cJSON_AddStringToObject(o, "kind", kind);
     cJSON_AddStringToObject(o, "text", text.c_str());
+    while (members != nullptr && members->child != nullptr) {
+        cJSON *item = cJSON_DetachItemViaPointer(members, members->child);
+        cJSON_AddItemToObject(o, item->string, item);
+    }
+    cJSON_Delete(members);
     Write(o, std::string(kind) + ": " + text + "\n");
 }
 

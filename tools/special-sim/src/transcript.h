@@ -34,7 +34,8 @@ class Transcript {
     // An application callback and the record it carried or answered (json is consumed).
     void Callback(const char *kind, int type, const std::string &type_name, int len, int result,
                   cJSON *record);
-    // A shadow value in either direction.
+    // A shadow value in either direction (the platform's value before it is delivered;
+    // the device's with the read's result and version).
     void Shadow(bool to_device, const std::string &key, int type, const std::string &value, int result,
                 long long version);
     // A short outcome ("event", "call", "poll", ...): text, and extra JSON members (consumed).

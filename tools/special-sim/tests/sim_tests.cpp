@@ -8,11 +8,40 @@
 
 #include "device_state.h"
 #include "expect.h"
+#include "names.h"
 #include "record_tables.h"
 #include "scenario.h"
 
 namespace sim {
 namespace {
+
+TEST(Names, ResolveFullShortTailOrNumber) {
+    struct Case {
+        const NameTable *table;
+        const char *text;
+        bool ok;
+        long long value;
+    } cases[] = {
+        {&kCommands, "kCenPlt2PuWakeReq", true, 18863},
+        {&kCommands, "0x49AF", true, 18863},
+        {&kEvents, "online", true, 0},
+        {&kReportIds, "SpeakerConfig", true, 124},
+        {&kRuntimeTypes, "NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN", true, 14},
+        {&kRuntimeTypes, "SPECIAL_PLAN", true, 14},
+        {&kRuntimeTypes, "WORK_MODE", false, 0}, // battery and network work mode: ambiguous
+        {&kResultCodes, "VOICE_IS_BUSY", true, static_cast<int>(0xD3999024)},
+        {&kResultCodes, "-1", true, -1},
+        {&kShadowTypes, "array", true, 4},
+        {&kCommands, "kCenPlt2PuWakeReqX", false, 0},
+    };
+    for (const Case &c : cases) {
+        long long value = 0;
+        EXPECT_EQ(c.table->Lookup(c.text, &value), c.ok) << c.text;
+        if (c.ok) {
+            EXPECT_EQ(value, c.value) << c.text;
+        }
+    }
+}
 
 TEST(ScenarioParse, AcceptsEveryForm) {
     const char *text = "# comment\n"
