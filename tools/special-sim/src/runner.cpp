@@ -12,6 +12,7 @@
 #include "consts.h"
 #include "names.h"
 #include "noltDevSDK_report_status.h"
+#include "noltDevSDK_shadow.h"
 #include "noltdev_host.h"
 #include "record_tables.h"
 
@@ -208,7 +209,7 @@ void Runner::Shadow(const Step &step) {
         return;
     }
     std::string value(8192, '\0');
-    int type = 0;
+    int type = shd_data_type_null; // what a read that finds nothing shows
     uint32_t version = 0;
     int rc = noltdev_host_shadow_read(kDomain, step.arg.c_str(), static_cast<int>(step.number), &value[0],
                                       static_cast<int>(value.size()), &type, &version);
@@ -216,45 +217,41 @@ void Runner::Shadow(const Step &step) {
     out_.Shadow(false, step.arg, type, value, rc, version);
 }
 
+// One device request through noltDevSDK_special_send_msg; the text requests (code,
+// domain) take a 128-byte text record.
+int SendRequest(NOLTDEVSDK_SPECIAL_MSG_TO_SERVER_TYPE_E type, void *record, std::string *what) {
+    noltDevSDK_special_msg msg;
+    std::memset(&msg, 0, sizeof msg);
+    msg.msg_type = type;
+    msg.msg_struct_ptr = record;
+    static const char *const kNames[] = {"UNBIND_USER", "SEND_VERIFICATION_CODE", "QUERY_VODDNS_MAPPED_PORT",
+                                         "TRANS_4G_FLOW_INFO"};
+    *what = std::string("noltDevSDK_special_send_msg(") + kNames[type] + ")";
+    return noltDevSDK_special_send_msg(&msg);
+}
+
 void Runner::Call(const Step &step) {
     int rc = 0;
     std::string what;
-    noltDevSDK_special_msg msg;
-    std::memset(&msg, 0, sizeof msg);
-    noltDevSDK_special_send_verification_code code;
-    noltDevSDK_special_query_voddns_mapped_port domain;
+    char text[128] = {};
+    std::strncpy(text, step.arg.c_str(), sizeof text - 1);
     FlowRows rows;
     noltDevSDK_special_4G_flow_info_page page;
     switch (step.call) {
     case CallKind::Unbind:
-        msg.msg_type = NOLTDEVSDK_SPECIAL_UNBIND_USER;
-        rc = noltDevSDK_special_send_msg(&msg);
-        what = "noltDevSDK_special_send_msg(UNBIND_USER)";
+        rc = SendRequest(NOLTDEVSDK_SPECIAL_UNBIND_USER, nullptr, &what);
         break;
     case CallKind::VerificationCode:
-        std::memset(&code, 0, sizeof code);
-        std::strncpy(code.code, step.arg.c_str(), sizeof code.code - 1);
-        msg.msg_type = NOLTDEVSDK_SPECIAL_SEND_VERIFICATION_CODE;
-        msg.msg_struct_ptr = &code;
-        rc = noltDevSDK_special_send_msg(&msg);
-        what = "noltDevSDK_special_send_msg(SEND_VERIFICATION_CODE)";
+        rc = SendRequest(NOLTDEVSDK_SPECIAL_SEND_VERIFICATION_CODE, text, &what);
         break;
     case CallKind::MappedPortQuery:
-        std::memset(&domain, 0, sizeof domain);
-        std::strncpy(domain.domain, step.arg.c_str(), sizeof domain.domain - 1);
-        msg.msg_type = NOLTDEVSDK_SPECIAL_QUERY_VODDNS_MAPPED_PORT;
-        msg.msg_struct_ptr = &domain;
-        rc = noltDevSDK_special_send_msg(&msg);
-        what = "noltDevSDK_special_send_msg(QUERY_VODDNS_MAPPED_PORT)";
+        rc = SendRequest(NOLTDEVSDK_SPECIAL_QUERY_VODDNS_MAPPED_PORT, text, &what);
         break;
     case CallKind::Flow4G:
         rows = device_.FlowInfo();
         page.max_count = rows.max_count;
         page.flow_info = rows.flow_info;
-        msg.msg_type = NOLTDEVSDK_SPECIAL_TRANS_4G_FLOW_INFO;
-        msg.msg_struct_ptr = &page;
-        rc = noltDevSDK_special_send_msg(&msg);
-        what = "noltDevSDK_special_send_msg(TRANS_4G_FLOW_INFO)";
+        rc = SendRequest(NOLTDEVSDK_SPECIAL_TRANS_4G_FLOW_INFO, &page, &what);
         break;
     case CallKind::FlowCount: {
         noltDevSDK_special_flow_counting_seg_count segs = device_.Counting();

@@ -3,6 +3,7 @@
 // the demo device's callbacks and the expectation checker.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
@@ -11,6 +12,7 @@
 #include "names.h"
 #include "record_tables.h"
 #include "scenario.h"
+#include "transcript.h"
 
 namespace sim {
 namespace {
@@ -244,6 +246,83 @@ TEST(Expectations, MatchKindAndConditions) {
     problems = CheckExpectations({"not json"}, "", "e.txt");
     ASSERT_EQ(problems.size(), 1u);
     EXPECT_EQ(problems[0], "output line 1: not a JSON object with a kind");
+}
+
+TEST(Transcript, PrettyPrintsEachKindOfBody) {
+    struct Case {
+        const char *body;
+        const char *format;
+        const char *contains;
+    } cases[] = {
+        {"", "empty", ""},
+        {"<a><b>1</b></a>", "xml", "<a>\n  <b>1</b>\n</a>"},
+        {"<?xml version=\"1.0\"?><a/>", "xml", "<?xml version=\"1.0\"?>\n<a />"},
+        {"{\"a\":1}", "json", "\"a\":\t1"},
+        {"<R><S Value=\"{&quot;K&quot;:1}\"/></R>", "xml", "S@Value as JSON:\n{\n\t\"K\":\t1\n}"},
+        {"<R><V>[1,2]</V></R>", "xml", "V as JSON:\n[1, 2]"},
+        {"<broken", "text", "<broken"},
+        {"{not json", "text", "{not json"},
+    };
+    for (const Case &c : cases) {
+        std::string format;
+        std::string pretty = PrettyBody(c.body, &format);
+        EXPECT_EQ(format, c.format) << c.body;
+        EXPECT_NE(pretty.find(c.contains), std::string::npos) << c.body << "\n  gave: " << pretty;
+    }
+}
+
+TEST(Transcript, WritesOneParsableJsonObjectPerLine) {
+    char *buf = nullptr;
+    size_t size = 0;
+    FILE *mem = open_memstream(&buf, &size);
+    {
+        Transcript out(mem, true, true);
+        out.BeginStep("t.scn", 4, "send 18829", true);
+        out.Message(false, 18830, 7, 1, "<Response>\n<Result>0</Result></Response>");
+        out.Callback("recv_msg", 19, "NOLTDEVSDK_SPECIAL_ON_NET_WORK_MODE", 4, 0,
+                     cJSON_Parse("{\"mode\":2}"));
+        std::fflush(mem);
+        EXPECT_EQ(out.Lines().size(), 3u);
+    }
+    std::fclose(mem);
+    std::vector<std::string> lines = SplitLines(std::string(buf, size));
+    std::free(buf);
+    ASSERT_EQ(lines.size(), 4u); // three objects and the empty tail after the last newline
+    std::string expect =
+        "step file=t.scn line=4\n"
+        "to_platform command=18830 name=kCenPlt2PuSetKeyValueRsp seq=7 response=1 format=xml line=4 "
+        "body~<Result>0\n"
+        "recv_msg type=19 record.mode=2 result=0\n";
+    EXPECT_TRUE(CheckExpectations({lines[0], lines[1], lines[2]}, expect, "e").empty());
+}
+
+TEST(RecordDecode, PrintsThePathsSetTakes) {
+    noltDevSDK_special_plan plan = {};
+    plan.special_work_mode_plan.time[2][1].begin = 27000;
+    noltDevSDK_special_flow_counting_cfg cfg = {};
+    cfg.cross_line_x1 = 0.1f;
+    char content[] = "abcdef";
+    noltDevSDK_special_trans_cmd_msg raw = {content, 3, 20001, 0, 9};
+    struct Case {
+        const RecordDesc *desc;
+        const void *data;
+        size_t len;
+        const char *line;
+    } cases[] = {
+        {&kPlanDesc, &plan, sizeof plan, "  time.2.1.begin = 27000\n"},
+        {&kFlowCountingCfgDesc, &cfg, sizeof cfg, "  cross_line_x1 = 0.1\n"},
+        {&kTransCmdDesc, &raw, sizeof raw, "  content = \"abc\"\n"},
+        {&kFlowCountingCfgDesc, &cfg, 8, "  angle_vectical = 0\n"}, // a short record stops at len
+    };
+    for (const Case &c : cases) {
+        cJSON *json = RecordToJson(*c.desc, c.data, c.len);
+        std::string lines = JsonToLines(json, "  ");
+        cJSON_Delete(json);
+        EXPECT_NE(lines.find(c.line), std::string::npos) << c.desc->name << "\n  gave: " << lines;
+        if (c.len == 8) {
+            EXPECT_EQ(lines.find("cross_line_x1"), std::string::npos);
+        }
+    }
 }
 
 } // namespace
