@@ -2,6 +2,7 @@
 // interface and the demo device.
 #include "runner.h"
 
+#include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <cstring>
@@ -208,7 +209,7 @@ void Runner::Shadow(const Step &step) {
                                            static_cast<int>(step.body.size())));
         return;
     }
-    std::string value(8192, '\0');
+    std::string value(std::max<size_t>(8192, static_cast<size_t>(step.number) + 1), '\0');
     int type = shd_data_type_null; // what a read that finds nothing shows
     uint32_t version = 0;
     int rc = noltdev_host_shadow_read(kDomain, step.arg.c_str(), static_cast<int>(step.number), &value[0],
