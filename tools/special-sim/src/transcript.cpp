@@ -109,7 +109,7 @@ std::string DescribeCode(int code) {
     if (name[0] != '\0') {
         return std::string(name) + " (" + hex + ")";
     }
-    return code < 0 ? std::string(hex) : std::to_string(code);
+    return code < -0xFFFF ? std::string(hex) : std::to_string(code); // codes near -1 read better as numbers
 }
 
 Transcript::Transcript(FILE *out, bool json, bool keep_lines) : out_(out), json_(json), keep_(keep_lines) {}
