@@ -1,12 +1,18 @@
 #!/usr/bin/env python3
-"""Writes the seed corpora of the fuzz harnesses: the bodies the test suite sends, each
-behind the header bytes its harness reads first."""
+"""Writes the seed corpora of the fuzz harnesses: a few whole bodies per command, plus every
+XML or JSON text the test suite's sources hold (tests/*.cpp), each behind the header bytes
+its harness reads first."""
+import glob
+import hashlib
 import os
+import re
 import struct
 import sys
 
 ROUTER_COMMANDS = [18699, 18731, 18749, 18829, 18843, 18863, 19588, 19606, 19917, 10380,
                    19591, 13451, 0, 1, 19592, 19596, 20000, -1, 0x7fffffff]
+XML_COMMANDS = [18699, 18731, 18749, 18829, 18843, 19588, 19917, 10380]
+JSON_COMMANDS = [18863, 19606, 19591]
 REQ = '<?xml version="1.0" encoding="UTF-8"?><Request>%s</Request>'
 RSP = '<?xml version="1.0" encoding="UTF-8"?><Response><Result>%d</Result>%s</Response>'
 
@@ -28,26 +34,67 @@ ROUTER = {
     19591: '{"Result":0}',
 }
 
+RAW_LITERAL = re.compile(r'R"([^(\s]*)\((.*?)\)\1"', re.S)
+PLAIN_LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 
-def write(folder, name, data):
+
+def test_texts(root):
+    """XML and JSON texts written in the test sources, as raw or plain string literals."""
+    texts = set()
+    for path in sorted(glob.glob(os.path.join(root, 'tests', '*.cpp'))):
+        with open(path, encoding='utf-8') as f:
+            source = f.read()
+        for m in RAW_LITERAL.finditer(source):
+            texts.add(m.group(2))
+        for m in PLAIN_LITERAL.finditer(RAW_LITERAL.sub('', source)):
+            try:
+                texts.add(m.group(1).encode().decode('unicode_escape'))
+            except UnicodeDecodeError:
+                pass
+    return sorted(t for t in texts if re.search(r'<[A-Za-z?]', t) or t.lstrip()[:1] in ('{', '['))
+
+
+def write(folder, data):
     os.makedirs(folder, exist_ok=True)
+    name = hashlib.sha1(data).hexdigest()[:16]
     with open(os.path.join(folder, name), 'wb') as f:
         f.write(data)
 
 
+def router_seed(cmd, body):
+    return bytes([ROUTER_COMMANDS.index(cmd)]) + struct.pack('>I', 7) + b'\x01' + body
+
+
 def main(out):
+    router, answers, shadow = (os.path.join(out, n) for n in ('router', 'answers', 'shadow'))
     for cmd, body in ROUTER.items():
-        head = bytes([ROUTER_COMMANDS.index(cmd)]) + struct.pack('>I', 7) + b'\x01'
-        write(os.path.join(out, 'router'), str(cmd), head + body.encode())
-        write(os.path.join(out, 'router'), '%d-broken' % cmd, head + body.encode()[: len(body) // 2])
-    write(os.path.join(out, 'answers'), 'mapped', b'\x00' + struct.pack('>I', 1) + ROUTER[10380].encode())
-    write(os.path.join(out, 'answers'), 'unbind', b'\x01' + struct.pack('>I', 1) + ROUTER[19591].encode())
+        write(router, router_seed(cmd, body.encode()))
+        write(router, router_seed(cmd, body.encode()[: len(body) // 2]))
+    write(answers, b'\x00' + struct.pack('>I', 1) + ROUTER[10380].encode())
+    write(answers, b'\x01' + struct.pack('>I', 1) + ROUTER[19591].encode())
     units = ('[{"channel":1,"subserial":"CH1","baseserial":"DS1","newbase":"DS2","pwd":"k"},'
              '{"channel":2,"subserial":"CH2","baseserial":"DS1"}]')
-    write(os.path.join(out, 'shadow'), 'two-units', b'\x04\x40' + units.encode())
-    write(os.path.join(out, 'shadow'), 'string', b'\x03\x40' + units.encode())
-    write(os.path.join(out, 'status'), 'zeros', b'\xff\xff\xff\xff' + bytes(64))
-    write(os.path.join(out, 'status'), 'ones', b'\x00\x00\x00\x01' + b'\x01' * 64)
+    write(shadow, b'\x04\x40\x00' + units.encode())
+    write(shadow, b'\x03\x40\x00' + units.encode())
+    status = os.path.join(out, 'status')
+    write(status, b'\xff\xff\xff\xff' + bytes(64))
+    write(status, b'\x00\x00\x00\x01' + b'\x01' * 64)
+    write(status, b'\xc0\x00\x00\x00' + bytes([0, 2, 0, 0, 0]) + b'A' * 200)
+
+    root = os.path.join(os.path.dirname(os.path.abspath(__file__)), '..')
+    for text in test_texts(root):
+        data = text.encode()
+        if text.lstrip().startswith('['):
+            write(shadow, b'\x04\x40\x00' + data)
+        elif text.lstrip().startswith('{'):
+            for cmd in JSON_COMMANDS:
+                write(router, router_seed(cmd, data))
+            write(answers, b'\x01' + struct.pack('>I', 1) + data)
+        else:
+            whole = data if re.search(r'<(\?xml|Request|Response)', text) else (REQ % text).encode()
+            for cmd in XML_COMMANDS:
+                write(router, router_seed(cmd, whole))
+            write(answers, b'\x00' + struct.pack('>I', 1) + whole)
 
 
 if __name__ == '__main__':

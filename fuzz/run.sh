@@ -1,25 +1,38 @@
 #!/usr/bin/env bash
-# Builds the fuzz harnesses with clang, ASan and UBSan, and runs each for a bounded time
-# (SECONDS_PER_FUZZER, default 60) from seeds made out of the test bodies.
+# Builds the fuzz harnesses with clang, ASan and UBSan, and runs each in turn for a bounded
+# time from seeds made out of the test bodies, keeping what they find in a corpus.
+#   SECONDS_PER_FUZZER  run time of each harness (default 60)
+#   FUZZ_BUILD_DIR      build directory (default build-fuzz); the corpora live under it
+#   FUZZERS             the harnesses to run (default: router answers shadow status)
+# Exits non-zero when a harness finds a fault; its input is left as fuzz-<name>-crash-*.
 set -euo pipefail
 cd "$(dirname "$0")/.."
+bash scripts/install-deps.sh
 secs=${SECONDS_PER_FUZZER:-60}
 build=${FUZZ_BUILD_DIR:-build-fuzz}
+fuzzers=${FUZZERS:-router answers shadow status}
 CC=clang-14 CXX=clang++-14 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DNOLTDEV_BUILD_FUZZ=ON \
-  -DNOLTDEV_SANITIZE=address,undefined -DNOLTDEV_BUILD_TESTS=OFF -DNOLTDEV_BUILD_TOOLS=OFF >/dev/null
-cmake --build "$build" -j2 --target fuzz_router fuzz_answers fuzz_shadow fuzz_status
+    -DNOLTDEV_SANITIZE=address,undefined -DNOLTDEV_BUILD_TESTS=OFF -DNOLTDEV_BUILD_TOOLS=OFF \
+    -DNOLTDEV_BUILD_BENCH=OFF >/dev/null
+# shellcheck disable=SC2086
+cmake --build "$build" -j2 --target $(printf 'fuzz_%s ' $fuzzers)
+rm -rf "$build/seeds"
 python3 fuzz/make_seeds.py "$build/seeds"
 export ASAN_OPTIONS=detect_leaks=1:halt_on_error=1 UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
-for name in router answers shadow status; do
-  mkdir -p "$build/corpus/$name"
-  echo "== fuzz_$name for ${secs}s"
-  "$build/fuzz/fuzz_$name" -max_total_time="$secs" -dict=fuzz/special.dict -max_len=65536 -print_final_stats=1 \
-    -artifact_prefix="$build/fuzz-$name-" "$build/corpus/$name" "$build/seeds/$name" >"$build/fuzz-$name.log" 2>&1 ||
-    true
-  grep -E '^stat::(number_of_executed_units|average_exec_per_sec|peak_rss_mb)' "$build/fuzz-$name.log" || true
-  if ls "$build"/fuzz-$name-* >/dev/null 2>&1; then
-    tail -n 60 "$build/fuzz-$name.log"
-    echo "fuzz_$name found a fault: $(ls "$build"/fuzz-$name-*)"
-    exit 1
-  fi
+for name in $fuzzers; do
+    mkdir -p "$build/corpus/$name"
+    rm -f "$build"/fuzz-"$name"-crash-* "$build"/fuzz-"$name"-leak-* "$build"/fuzz-"$name"-timeout-*
+    echo "== fuzz_$name for ${secs}s"
+    rc=0
+    "$build/fuzz/fuzz_$name" -max_total_time="$secs" -dict=fuzz/special.dict -max_len=65536 -timeout=20 \
+        -print_final_stats=1 -artifact_prefix="$build/fuzz-$name-" "$build/corpus/$name" "$build/seeds/$name" \
+        >"$build/fuzz-$name.log" 2>&1 || rc=$?
+    grep -E '^stat::(number_of_executed_units|average_exec_per_sec|new_units_added|peak_rss_mb)' \
+        "$build/fuzz-$name.log" || true
+    if [ "$rc" -ne 0 ] || ls "$build"/fuzz-"$name"-{crash,leak,timeout}-* >/dev/null 2>&1; then
+        grep -E -B2 -A40 '^==[0-9]+==ERROR|runtime error|deadly signal|ERROR: libFuzzer' "$build/fuzz-$name.log" |
+            head -n 80 || tail -n 60 "$build/fuzz-$name.log"
+        echo "fuzz_$name found a fault (exit $rc): $(ls "$build"/fuzz-"$name"-* 2>/dev/null | grep -v '\.log$' || true)"
+        exit 1
+    fi
 done
