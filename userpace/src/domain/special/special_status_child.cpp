@@ -198,8 +198,10 @@ int SpecialReportTrusteeshipConnect(int) {
         }
         bscJSON_AddItemToArray(list, item);
     }
-    if (list != NULL) {
-        bscJSON_AddItemToObject(obj, "list", list);
+    /* cJSON keeps a copy of the member name; when that copy fails the array is not added
+     * and stays ours to free */
+    if (list != NULL && !bscJSON_AddItemToObject(obj, "list", list)) {
+        bscJSON_Delete(list);
     }
     CMarkupSTL doc;
     if (!SpecialStatusJsonDocument(&doc, obj)) {
