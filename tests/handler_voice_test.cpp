@@ -19,7 +19,10 @@ CommandCase Voice(int recv_rc, const char *result) {
 // "Info" only on success; an application code maps to the platform's, any other to 4.
 INSTANTIATE_TEST_SUITE_P(
     CustomVoice, Command,
-    ::testing::Values(Voice(0, "0"), Voice(NOLTDEVSDK_SPECIAL_CODE_VOICE_IS_BUSY, "1507330"), Voice(-1, "4"),
+    ::testing::Values(Voice(0, "0"), Voice(NOLTDEVSDK_SPECIAL_CODE_VOICE_DOWNLOAD_FAILED, "1507328"),
+                      Voice(NOLTDEVSDK_SPECIAL_CODE_VOICE_NOT_EXIST, "1507329"),
+                      Voice(NOLTDEVSDK_SPECIAL_CODE_VOICE_IS_BUSY, "1507330"),
+                      Voice(NOLTDEVSDK_SPECIAL_CODE_VOICE_COUNT_LIMITED, "1507331"), Voice(-1, "4"),
                       CommandCase{
                           kCenPlt2PuSetCustomVoiceReq, Request(kInfo), -1, {}, {}, "1052679", 0, false}));
 
