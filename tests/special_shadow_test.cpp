@@ -85,6 +85,8 @@ TEST_F(ShadowTrusteeshipTest, BadCommandsDeliverNothing) {
         {4, R"({"subserial":"S1"})", "Value String is not json array\n"},
         {4, "[]", "Array value, item num is empty\n"},
         {4, "[{", "Failed to bscJSON_Parse:[{\n"},
+        {4, R"([{"channel":1,"baseserial":"B1"}])", "Failed to find item:subserial\n"},
+        {6, "null", "NULL input param.\n"},
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(row.text);
@@ -92,6 +94,27 @@ TEST_F(ShadowTrusteeshipTest, BadCommandsDeliverNothing) {
         EXPECT_TRUE(HasLog(1, row.log));
     }
     EXPECT_TRUE(Deliveries().empty());
+}
+
+// Members of another JSON type than the field's reach the application as empty or 0.
+TEST_F(ShadowTrusteeshipTest, MembersOfAnotherTypeAreReadAsEmpty) {
+    EXPECT_EQ(0, Deliver(4, R"([{"channel":"7","subserial":5,"baseserial":{"a":1},"pwd":null}])"));
+    std::vector<Delivery> d = Deliveries();
+    ASSERT_EQ(1u, d.size());
+    const Unit &u = reinterpret_cast<const Block *>(d[0].bytes.data())->astUnit[0];
+    EXPECT_EQ("0|||",
+              std::to_string(u.iChannel) + "|" + u.acSubserial + "|" + u.acBaseserial + "|" + u.acNewShipKey);
+    EXPECT_TRUE(HasLog(1, "item:subserial is not a string\n"));
+}
+
+TEST_F(ShadowTrusteeshipTest, WithoutCallbacksNothingIsDeliveredOrGenerated) {
+    noltDevSDK_special_fini();
+    noltdev_host_kernel_reset();
+    ASSERT_EQ(0, Init(false));
+    EXPECT_EQ(-1, Deliver(4, R"([{"channel":1,"subserial":"S1","baseserial":"B1"}])"));
+    EXPECT_TRUE(HasLog(1, "Error, Special domain:recv_msg is NULL.\n"));
+    EXPECT_EQ("-1", Read(0).substr(0, 2));
+    EXPECT_TRUE(HasLog(1, "Error, Special domain:get_runtime_info is NULL.\n"));
 }
 
 TEST_F(ShadowTrusteeshipTest, ResultsGoBackAsAnArray) {
@@ -125,6 +148,16 @@ TEST_F(ShadowTrusteeshipTest, ResultsGoBackAsAnArray) {
         return NOLTDEVSDK_SPECIAL_CODE_FAIL;
     });
     EXPECT_EQ(std::to_string(NOLTDEVSDK_SPECIAL_CODE_FAIL) + " 6 0 ", Read(0));
+    // no block, or a len too short for its header: nothing is read from it
+    for (int len : {0, 4}) {
+        SetRuntimeHook(9, [len](noltDevSDK_special_runtime_info *info) {
+            info->data = len == 0 ? nullptr : calloc(1, len);
+            info->len = len;
+            return 0;
+        });
+        EXPECT_EQ("-1 6 0 ", Read(0)) << len;
+        EXPECT_TRUE(HasLog(1, "get_runtime_info type:9 gave no deletion block\n"));
+    }
 }
 
 } // namespace
