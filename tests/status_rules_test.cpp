@@ -43,6 +43,25 @@ TEST_F(StatusTest, SpeakerLogsEachChangedFieldAndAlwaysReturnsZero) {
     EXPECT_NE(0, SpecialReportKeyValue(0));
 }
 
+// Never detected as changed: read afresh and sent only when forced, without the interval.
+TEST_F(StatusTest, FlowCountConfigIsReadAfreshOnlyWhenForced) {
+    ASSERT_EQ(0, Init());
+    SetRuntime(0, noltDevSDK_special_flow_counting_cfg{300, 90, 0.5f, 0.25f, 1, 2, -0.5f, 0, 3, 4});
+    EXPECT_TRUE(PollSent().empty());
+    Force(32);
+    std::vector<Sent> sent = PollSent();
+    ASSERT_EQ(1u, sent.size());
+    EXPECT_EQ(12378u, sent[0].command);
+    All({Text("Request/Type", "FlowCountConfig"), Text("Request/Params/Position", "90"),
+         Attr("Request/Params/Line", "X1", "0.5000000"), Attr("Request/Params/Line", "Y2", "2.0000000"),
+         Attr("Request/Params/Direction", "X1", "-0.5000000"),
+         Attr("Request/Params/Direction", "Y2", "4.0000000"),
+         Text("Request/Params/Interval", "<none>")})(sent[0]);
+    SetRuntimeError(0, NOLTDEVSDK_SPECIAL_CODE_FAIL);
+    Force(32);
+    EXPECT_TRUE(PollSent().empty()); // a failed read sends nothing
+}
+
 TEST_F(StatusTest, PlanSendsForceOnlyWhenEmptyAndSkipsSegmentsWithoutTimes) {
     ASSERT_EQ(0, Init());
     struct Row {
