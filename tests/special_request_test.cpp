@@ -1,4 +1,5 @@
 // The device's own requests and the operations the application starts.
+#include <cmath>
 #include <sstream>
 
 #include "noltdev_sdk_kernel_error.h"
@@ -123,6 +124,58 @@ TEST_F(RequestsTest, ResultMappingInitGuardAndRawPassThrough) {
     EXPECT_EQ((std::vector<uint32_t>{kDomain, 0x1234, 77, 1}),
               (std::vector<uint32_t>{sent[2].domain, sent[2].command, sent[2].seq, sent[2].response}));
     EXPECT_EQ("v1.0.0|" + std::string(body, 39), sent[2].version + "|" + sent[2].body);
+}
+
+// Records the application fills carelessly: numbers no int holds, texts without their
+// terminator, rows announced but absent. Each gets a defined result, never a stray read.
+TEST_F(RequestsTest, CarelessRecordsGetADefinedResult) {
+    noltDevSDK_special_4G_flow_info rows[4] = {
+        {NAN, 1, "", ""}, {3e9f, 2, "", ""}, {-3e9f, 3, "", ""}, {-2147483648.0f, 4, "", ""}};
+    std::memset(rows[0].ICCID, 'C', sizeof rows[0].ICCID);
+    std::memset(rows[0].IMEI, 'M', sizeof rows[0].IMEI);
+    noltDevSDK_special_4G_flow_info_page page = {4, rows};
+    std::memset(code_.code, '7', sizeof code_.code);
+    EXPECT_EQ(0, Send(3, &page));
+    EXPECT_EQ(0, Send(1, &code_));
+    std::vector<Sent> sent = SentMessages();
+    ASSERT_EQ(2u, sent.size());
+    pugi::xpath_node_set flows = sent[0].xml->select_nodes("/Request/Flow");
+    std::string incr;
+    for (const pugi::xpath_node &n : flows) {
+        incr += std::string(n.node().attribute("Incr").value()) + " ";
+    }
+    EXPECT_EQ("0 2147483647 -2147483648 -2147483648 ", incr);
+    EXPECT_EQ(std::string(32, 'C') + "|" + std::string(32, 'M'),
+              sent[0].Attr("Request/Flow", "ICCID") + "|" + sent[0].Attr("Request/Flow", "IMEI"));
+    EXPECT_EQ(std::string(128, '7'), sent[1].Text("Request/VerificationCode"));
+
+    ClearSent();
+    noltDevSDK_special_4G_flow_info_page no_rows = {2, nullptr};
+    EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_SEND_MSG_ERROR, Send(3, &no_rows));
+    EXPECT_TRUE(HasLog(1, "4G flow page has 2 rows but no row array\n"));
+    EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM, noltDevSDK_special_send_msg(nullptr));
+    EXPECT_TRUE(HasLog(1, "noltDevSDK_special_send_msg: NULL msg\n"));
+    char body[] = "x";
+    noltDevSDK_special_trans_cmd_msg negative = {body, -1, 0x1234, 0, 1}, absent = {nullptr, 5, 0x1234, 0, 1};
+    EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM, noltDevSDK_special_send_msg_to_platform(&negative));
+    EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM, noltDevSDK_special_send_msg_to_platform(&absent));
+    EXPECT_TRUE(HasLog(1, "send_msg_to_platform: no body of 5 bytes\n"));
+    EXPECT_EQ(0u, SentCount());
+}
+
+// Times a 32-bit device cannot hold: a 64-bit host must still keep the 13-byte text.
+TEST_F(RequestsTest, CalendarTimesBeyondTheTextAreCut) {
+    if (sizeof(time_t) < 8) {
+        GTEST_SKIP() << "a 32-bit time_t holds no such time";
+    }
+    flow_ = {2, {{1, 1, static_cast<time_t>(253402300800LL), static_cast<time_t>(1LL << 62)}}};
+    flow_.seg[1] = flow_.seg[0];
+    EXPECT_EQ(0, noltDevSDK_special_report_flow_counting(&flow_));
+    ASSERT_EQ(1u, SentCount());
+    Sent s = SentMessages()[0];
+    EXPECT_EQ("100000101000|",
+              s.Attr("Request/Params/Data", "Begin") + "|" + s.Attr("Request/Params/Data", "End"));
+    EXPECT_EQ(4u, CountLog("ConvertCalendarEx time out of range\n"));
 }
 
 } // namespace
