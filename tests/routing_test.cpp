@@ -3,6 +3,7 @@
 #include "consts.h"
 #include "noltDevSDK_report_status.h"
 #include "noltdev_sdk_kernel_struct.h"
+#include "special_extern.h"
 #include "special_fixture.h"
 
 namespace special_test {
@@ -77,6 +78,20 @@ TEST_F(RoutingTest, RawCommandReachesTheApplication) {
     EXPECT_EQ(g_raw.msg_type, 0);
     EXPECT_TRUE(HasLog(1, "R:4e20\n"));
     EXPECT_TRUE(HasLog(1, "result_code 5\n"));
+    EXPECT_EQ(SentCount(), 0u);
+}
+
+// Nothing to hand a raw command to, or nothing handed over: dropped after the "R:" line.
+TEST_F(RoutingTest, WithoutAnApplicationOrAMessageNothingHappens) {
+    ASSERT_EQ(Init(false), 0);
+    ASSERT_EQ(Inject(20000, 1, "<Raw/>"), 0);
+    EXPECT_TRUE(HasLog(1, "R:4e20\n"));
+    ClearLogs();
+    special_extend_data_route_cb(nullptr, nullptr);
+    special_extend_event_cb(nullptr, nullptr);
+    special_extend_stop_cb(nullptr);
+    EXPECT_EQ(Logs().size(), 1u);
+    EXPECT_TRUE(HasLog(3, "special_extend_stop_cb\n"));
     EXPECT_EQ(SentCount(), 0u);
 }
 
