@@ -43,6 +43,13 @@ noltDevSDK_special_voddns_dev_info Fields() {
     return info;
 }
 
+// A domain longer than the record's field keeps its first 63 characters.
+noltDevSDK_special_voddns_dev_info LongDomain() {
+    noltDevSDK_special_voddns_dev_info info = DevInfo(2, 0);
+    std::string(70, 'd').copy(info.domain, 63);
+    return info;
+}
+
 const std::string kFields = "<Port Type=\"early\"/><LocalIP>10.0.0.200.200.200</LocalIP><Port Type=\"" +
                             std::string(40, 'p') +
                             "\"/><Domain></Domain><NatIP>1.2.3.4</NatIP><SubSeral>SN1</SubSeral>";
@@ -56,6 +63,8 @@ INSTANTIATE_TEST_SUITE_P(MappedPortAndUnbind, Command,
                                            Mapped("0", "<Status>5</Status>", 9, Rec(DevInfo(0, 0))),
                                            // ports are taken after the last element found; texts are bounded
                                            Mapped("0", kFields, 9, Rec(Fields())),
+                                           Mapped("0", "<Domain>" + std::string(70, 'd') + "</Domain>", 9,
+                                                  Rec(LongDomain())),
                                            Mapped("1048586", Ports(1), -1),
                                            CommandCase{kPu2CenPltUnBindUserRsp, R"({"Result":260})", 8,
                                                        Rec(noltDevSDK_special_unbind_user{260})},
