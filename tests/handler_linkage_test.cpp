@@ -38,18 +38,23 @@ INSTANTIATE_TEST_SUITE_P(LinkageModeAndDelaySleep, Command,
                                            DelaySleep(R"(<X/><Info Type="1" Channel="2"/>)", {2, 1}),
                                            DelaySleep("", {0, 0})));
 
-INSTANTIATE_TEST_SUITE_P(WakeAndDriveOut, Command,
-                         ::testing::Values(CommandCase{kCenPlt2PuWakeReq,
-                                                       R"({"subserial":"SUB0123456789ABCDEF"})",
-                                                       5,
-                                                       Rec(noltDevSDK_wake{"SUB0123456789AB"}),
-                                                       {},
-                                                       ""},
-                                           CommandCase{kCenPlt2PuWakeReq, "subserial=SUB1", -1, {}, {}, ""},
-                                           DriveOut(R"({"operType":1,"channel":4})", 14,
-                                                    Rec(noltDevSDK_special_prowl_drive_out{4}), "4"),
-                                           DriveOut(kTwoUrls, 15, Rec(Radio(3, "http://a/1")), "3"),
-                                           DriveOut(R"({"operType":7,"channel":3})", -1, {}, "0")));
+INSTANTIATE_TEST_SUITE_P(
+    WakeAndDriveOut, Command,
+    ::testing::Values(CommandCase{kCenPlt2PuWakeReq,
+                                  R"({"subserial":"SUB0123456789ABCDEF"})",
+                                  5,
+                                  Rec(noltDevSDK_wake{"SUB0123456789AB"}),
+                                  {},
+                                  ""},
+                      CommandCase{kCenPlt2PuWakeReq, "subserial=SUB1", -1, {}, {}, ""},
+                      DriveOut(R"({"operType":1,"channel":4})", 14,
+                               Rec(noltDevSDK_special_prowl_drive_out{4}), "4"),
+                      DriveOut(kTwoUrls, 15, Rec(Radio(3, "http://a/1")), "3"),
+                      DriveOut(R"({"operType":7,"channel":3})", -1, {}, "0"),
+                      // members absent or of another kind read as 0 or empty
+                      DriveOut(R"({"channel":3})", -1, {}, "0"),
+                      DriveOut(R"({"operType":2,"videoUrl":[5]})", 15, Rec(Radio(0, "")), "0"),
+                      DriveOut(R"({"operType":2,"channel":1})", 15, Rec(Radio(1, "")), "1")));
 
 } // namespace
 } // namespace special_test

@@ -30,6 +30,7 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(Switch(R"(<Switch Type="15" Enable="1" Channel="2"/>)", {0, 2, 1}),
                       Switch(R"(<Switch Channel="3" Enable="1" Type="611"/>)", {4, 3, 1}, 7),
                       Switch(R"(<Switch Type="612" Enable="1" Channel="3"/>)", {0, 0, 0}),
+                      Switch("", {0, 0, 0}),
                       // numbers beyond the int range saturate, as the device's C library reads them
                       Switch(R"(<Switch Type="15" Enable="3000000000" Channel="-99999999999"/>)",
                              {0, INT_MIN, INT_MAX}),
