@@ -153,6 +153,8 @@ TEST_F(RequestsTest, CarelessRecordsGetADefinedResult) {
     noltDevSDK_special_4G_flow_info_page no_rows = {2, nullptr};
     EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_SEND_MSG_ERROR, Send(3, &no_rows));
     EXPECT_TRUE(HasLog(1, "4G flow page has 2 rows but no row array\n"));
+    EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_SEND_MSG_ERROR, Send(3, nullptr));
+    EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM, noltDevSDK_special_report_flow_counting(nullptr));
     EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM, noltDevSDK_special_send_msg(nullptr));
     EXPECT_TRUE(HasLog(1, "noltDevSDK_special_send_msg: NULL msg\n"));
     char body[] = "x";

@@ -43,6 +43,21 @@ TEST_F(StatusTest, SpeakerLogsEachChangedFieldAndAlwaysReturnsZero) {
     EXPECT_NE(0, SpecialReportKeyValue(0));
 }
 
+// Without get_runtime_info nothing is asked: no change is seen, and the reports that need
+// the application refuse while the others send their caches.
+TEST_F(StatusTest, WithoutTheApplicationNothingIsAsked) {
+    ASSERT_EQ(0, Init(false));
+    EXPECT_TRUE(PollSent().empty());
+    for (int id : {31, 32, 33}) {
+        Force(id);
+    }
+    std::vector<Sent> sent = PollSent();
+    ASSERT_EQ(1u, sent.size());
+    Status("ICR", "-1")(sent[0]);
+    EXPECT_EQ(-1, noltDevSDK_special_report_trusteeship());
+    EXPECT_TRUE(HasLog(1, "get_runtime_info, has not been registered!\n"));
+}
+
 // Never detected as changed: read afresh and sent only when forced, without the interval.
 TEST_F(StatusTest, FlowCountConfigIsReadAfreshOnlyWhenForced) {
     ASSERT_EQ(0, Init());
