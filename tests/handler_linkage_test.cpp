@@ -47,6 +47,7 @@ INSTANTIATE_TEST_SUITE_P(
                                   {},
                                   ""},
                       CommandCase{kCenPlt2PuWakeReq, "subserial=SUB1", -1, {}, {}, ""},
+                      CommandCase{kCenPlt2PuWakeReq, "{}", 5, Rec(noltDevSDK_wake{}), {}, ""},
                       DriveOut(R"({"operType":1,"channel":4})", 14,
                                Rec(noltDevSDK_special_prowl_drive_out{4}), "4"),
                       DriveOut(kTwoUrls, 15, Rec(Radio(3, "http://a/1")), "3"),

@@ -16,6 +16,18 @@ CommandCase Voice(int recv_rc, const char *result) {
     return c;
 }
 
+// Without "Info" a worker still runs, delivers an empty operation and answers for voice 0.
+CommandCase NoInfo() {
+    CommandCase c{kCenPlt2PuSetCustomVoiceReq,
+                  Request(""),
+                  3,
+                  Rec(noltDevSDK_special_operate_custom_voice{}),
+                  {38},
+                  "0"};
+    c.info = "0";
+    return c;
+}
+
 // "Info" only on success; an application code maps to the platform's, any other to 4.
 INSTANTIATE_TEST_SUITE_P(
     CustomVoice, Command,
@@ -24,7 +36,8 @@ INSTANTIATE_TEST_SUITE_P(
                       Voice(NOLTDEVSDK_SPECIAL_CODE_VOICE_IS_BUSY, "1507330"),
                       Voice(NOLTDEVSDK_SPECIAL_CODE_VOICE_COUNT_LIMITED, "1507331"), Voice(-1, "4"),
                       CommandCase{
-                          kCenPlt2PuSetCustomVoiceReq, Request(kInfo), -1, {}, {}, "1052679", 0, false}));
+                          kCenPlt2PuSetCustomVoiceReq, Request(kInfo), -1, {}, {}, "1052679", 0, false},
+                      NoInfo()));
 
 } // namespace
 } // namespace special_test

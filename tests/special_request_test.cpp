@@ -150,7 +150,11 @@ TEST_F(RequestsTest, CarelessRecordsGetADefinedResult) {
     EXPECT_EQ(std::string(128, '7'), sent[1].Text("Request/VerificationCode"));
 
     ClearSent();
-    noltDevSDK_special_4G_flow_info_page no_rows = {2, nullptr};
+    noltDevSDK_special_4G_flow_info_page none = {0, nullptr}, no_rows = {2, nullptr};
+    EXPECT_EQ(0, Send(3, &none)); // nothing announced, nothing read: the report goes out bare
+    ASSERT_EQ(1u, SentCount());
+    EXPECT_TRUE(SentMessages()[0].xml->select_nodes("/Request/Flow").empty());
+    ClearSent();
     EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_SEND_MSG_ERROR, Send(3, &no_rows));
     EXPECT_TRUE(HasLog(1, "4G flow page has 2 rows but no row array\n"));
     EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_SEND_MSG_ERROR, Send(3, nullptr));
