@@ -1,6 +1,8 @@
 // The host SDK's XML cursor and the kernel's XML skeletons.
 #include <gtest/gtest.h>
 
+#include <climits>
+#include <cstdio>
 #include <string>
 #include <vector>
 
@@ -151,6 +153,16 @@ TEST(HostXml, LargeInputsDoNotCrash) {
     CMarkupSTL again(doc.GetDoc().c_str());
     ASSERT_TRUE(again.FindElem("a"));
     EXPECT_EQ(big, again.GetAttrib("big"));
+}
+
+TEST(HostXml, IntegersPrintAsPrintfPrintsThem) {
+    for (int value : {0, 7, -1, 10, -10, 1000000, INT_MAX, INT_MIN, -744910845}) {
+        char expected[16];
+        std::snprintf(expected, sizeof expected, "%d", value);
+        CMarkupSTL doc;
+        ASSERT_TRUE(doc.AddElem("e", value) && doc.SetAttrib("a", value));
+        EXPECT_EQ(std::string("<e a=\"") + expected + "\">" + expected + "</e>", doc.GetDoc());
+    }
 }
 
 } // namespace
