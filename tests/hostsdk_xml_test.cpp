@@ -4,6 +4,7 @@
 #include <climits>
 #include <cstdio>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "markupstl.h"
@@ -163,6 +164,27 @@ TEST(HostXml, IntegersPrintAsPrintfPrintsThem) {
         ASSERT_TRUE(doc.AddElem("e", value) && doc.SetAttrib("a", value));
         EXPECT_EQ(std::string("<e a=\"") + expected + "\">" + expected + "</e>", doc.GetDoc());
     }
+}
+
+// Cursor states are reused on a thread: a new cursor starts empty whatever the one before
+// it held, on the main thread and on a short-lived one.
+TEST(HostXml, NewCursorStartsEmptyAfterAnyEarlierCursor) {
+    auto check = [] {
+        for (const char *before : {"{\"json\":1}", "<a><b>1</b></a>", "", "<a>"}) {
+            {
+                CMarkupSTL earlier(before);
+                earlier.AddElem("Added", "x");
+            }
+            CMarkupSTL doc;
+            EXPECT_EQ("", doc.GetDoc()) << before;
+            EXPECT_FALSE(doc.FindElem()) << before;
+            EXPECT_TRUE(doc.SetDoc("<r/>")) << before;
+            EXPECT_EQ("<r></r>", doc.GetDoc()) << before;
+        }
+    };
+    check();
+    std::thread worker(check);
+    worker.join();
 }
 
 } // namespace

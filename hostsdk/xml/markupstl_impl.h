@@ -9,9 +9,10 @@
 
 struct CMarkupSTL::Impl {
     pugi::xml_document doc;
-    // Set when the text given to SetDoc was not one XML document; GetDoc returns it.
+    // The text given to SetDoc: parsed in place (the document points into it), or, when
+    // it was not one XML document, kept as it came (raw) for GetDoc to return.
+    std::string text;
     bool raw = false;
-    std::string raw_text;
     // The level being walked (the document node at top level) and its main element
     // (null when there is none yet).
     pugi::xml_node parent;
@@ -28,7 +29,7 @@ struct CMarkupSTL::Impl {
     void Clear() {
         doc.reset();
         raw = false;
-        raw_text.clear();
+        text.clear();
         ResetPos();
     }
 };
