@@ -1,7 +1,8 @@
 #!/bin/sh
 # Instruction counts per operation of every scenario under callgrind, and each
 # scenario's ratio to its floor. Counts do not depend on the machine's load.
-#   bench/callgrind.sh [PATTERN]      only the scenarios whose name matches PATTERN (grep -E)
+#   bench/callgrind.sh [PATTERN]      only the scenarios whose name matches PATTERN (an awk
+#                                     regular expression) and their floors
 # BUILD_DIR (default build-bench) is the build tree; COUNT (default 200) the operations
 # counted per scenario.
 set -eu
@@ -27,11 +28,11 @@ measure() {
 
 : >"$work/results"
 "$driver" --list >"$work/list"
-while read -r name floor goal; do
-    if echo "$name" | grep -Eq -- "$pattern" || { [ "$floor" != - ] && echo "$floor" | grep -Eq -- "$pattern"; }; then
-        measure "$name"
-    fi
-done <"$work/list"
+# The scenarios matching the pattern, and the floors they are compared with.
+awk -v p="$pattern" '$1 ~ p { print $1; if ($2 != "-") print $2 }' "$work/list" | sort -u >"$work/selected"
+while read -r name; do
+    measure "$name"
+done <"$work/selected"
 
 awk 'FNR == NR { ir[$1] = $2; allocs[$1] = $3; bytes[$1] = $4; next }
      FNR == 1 { printf "%-30s %12s %12s %7s %5s %7s %7s\n", "scenario", "Ir/op", "floor Ir/op", "ratio",
