@@ -35,7 +35,7 @@ int noltDevSDK_special_init(noltDevSDK_special_init_info *info) {
     SpecialSetCallback(&info->cb);
     noltDevSDK_report_status_init();
 
-    /* INIT-STATUS: register the status items here. */
+    SpecialStatusRegisterAll();
     /* INIT-SHADOW: start the shadow service here (twice). */
 
     int result = 0;
@@ -53,7 +53,7 @@ int noltDevSDK_special_fini(void) {
         return 0;
     }
     g_special_init_status = 0;
-    /* FINI-STATUS: unregister the status items here. */
+    SpecialStatusUnregisterAll();
     noltDevSDK_report_status_fini();
     /* FINI-SHADOW: stop the shadow service here. */
     special_extern_fini();
