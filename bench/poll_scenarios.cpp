@@ -1,5 +1,6 @@
 // Idle poll: one poll of all status items when nothing changed, against its floor: the
 // same state queries into the same records and a memcmp of the same bytes against a copy.
+// poll/detectors calls the module's 22 change detectors without the service around them.
 #include <cstring>
 #include <memory>
 #include <vector>
@@ -7,6 +8,7 @@
 #include "bench_app.h"
 #include "noltdev_host.h"
 #include "scenario.h"
+#include "status_items.h"
 
 namespace special_bench {
 namespace {
@@ -50,6 +52,12 @@ const int kAdded = [] {
                      noltdev_host_report_poll(); // sends what earlier scenarios forced
                  },
                  [] { noltdev_host_report_poll(); }});
+    AddScenario({"poll/detectors", "poll/floor", 1.3, [] { Start(); },
+                 [] {
+                     for (size_t i = 0; i < kStatusItemCount; ++i) {
+                         kStatusItems[i].is_changed();
+                     }
+                 }});
     auto floor = std::make_shared<PollFloor>();
     AddScenario({"poll/floor", "", 0, [floor] { floor->Setup(); }, [floor] { floor->Run(); }});
     return 0;
