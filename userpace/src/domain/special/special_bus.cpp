@@ -2,7 +2,6 @@
  * element of an exchange, the device sequence counter and the value formatters. */
 #include <atomic>
 #include <climits>
-#include <math.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
@@ -93,35 +92,7 @@ unsigned int GetNextSeqNum(void) {
 
 char *FloatToChar(float value, char *buf) {
     memset(buf, 0, 64);
-    double d = static_cast<double>(value);
-    /* A float has at most 24 significant bits and 10^7 = 2^7 * 78125 adds 17, so d * 1e7 is
-     * exact in a double; rounded to an integer in the current rounding mode, as printf
-     * rounds, it holds the seven decimals "%.7f" prints. printf is kept for the values too
-     * large for that integer, infinities and NaN. */
-    if (!(fabs(d) < 1e11)) {
-        snprintf(buf, 64, "%.7f", d);
-        return buf;
-    }
-    long long scaled = static_cast<long long>(nearbyint(d * 1e7));
-    unsigned long long rest = static_cast<unsigned long long>(scaled < 0 ? -scaled : scaled);
-    unsigned long long whole = rest / 10000000ull;
-    unsigned long long fraction = rest % 10000000ull;
-    char digits[24];
-    char *p = digits + sizeof digits;
-    for (int i = 0; i < 7; ++i) {
-        *--p = static_cast<char>('0' + fraction % 10);
-        fraction /= 10;
-    }
-    *--p = '.';
-    do {
-        *--p = static_cast<char>('0' + whole % 10);
-        whole /= 10;
-    } while (whole != 0);
-    char *out = buf;
-    if (signbit(d)) {
-        *out++ = '-'; /* as printf: a negative value keeps its sign even when it prints as 0 */
-    }
-    memcpy(out, p, static_cast<size_t>(digits + sizeof digits - p));
+    snprintf(buf, 64, "%.7f", static_cast<double>(value));
     return buf;
 }
 
