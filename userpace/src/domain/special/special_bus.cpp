@@ -14,6 +14,9 @@
 
 /* Device sequence numbers; 0 at load, wraps by unsigned overflow. */
 static std::atomic<unsigned int> g_sequence(0);
+/* taken from the kernel, report-status, custom-voice and application threads at once:
+ * it must never fall back to a lock */
+static_assert(ATOMIC_INT_LOCK_FREE == 2, "the device sequence counter must be lock-free");
 
 /* Fills the publish record around body and hands it to the kernel, which copies the body
  * before it returns. */
