@@ -14,8 +14,11 @@ fuzzers=${FUZZERS:-router answers shadow status}
 CC=clang-14 CXX=clang++-14 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DNOLTDEV_BUILD_FUZZ=ON \
     -DNOLTDEV_SANITIZE=address,undefined -DNOLTDEV_BUILD_TESTS=OFF -DNOLTDEV_BUILD_TOOLS=OFF \
     -DNOLTDEV_BUILD_BENCH=OFF >/dev/null
-# shellcheck disable=SC2086
-cmake --build "$build" -j2 --target $(printf 'fuzz_%s ' $fuzzers)
+targets=()
+for name in $fuzzers; do
+    targets+=("fuzz_$name")
+done
+cmake --build "$build" -j2 --target "${targets[@]}"
 rm -rf "$build/seeds"
 python3 fuzz/make_seeds.py "$build/seeds"
 export ASAN_OPTIONS=detect_leaks=1:halt_on_error=1 UBSAN_OPTIONS=halt_on_error=1:print_stacktrace=1
@@ -32,7 +35,7 @@ for name in $fuzzers; do
     if [ "$rc" -ne 0 ] || ls "$build"/fuzz-"$name"-{crash,leak,timeout}-* >/dev/null 2>&1; then
         grep -E -B2 -A40 '^==[0-9]+==ERROR|runtime error|deadly signal|ERROR: libFuzzer' "$build/fuzz-$name.log" |
             head -n 80 || tail -n 60 "$build/fuzz-$name.log"
-        echo "fuzz_$name found a fault (exit $rc): $(ls "$build"/fuzz-"$name"-* 2>/dev/null | grep -v '\.log$' || true)"
+        echo "fuzz_$name found a fault (exit $rc); the input: $build/fuzz-$name-{crash,leak,timeout}-*"
         exit 1
     fi
 done

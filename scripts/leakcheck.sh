@@ -44,11 +44,12 @@ awk '{ gsub(",", "") } /in use at exit:/ { left += $(NF-4) }
      END { printf "in use at exit: %d bytes; lost: definitely %d, indirectly %d, possibly %d bytes\n", left, def, ind, pos }' \
     "$logs"/*.log
 if [ "$status" -ne 0 ]; then
-    for f in $(grep -l -E 'ERROR SUMMARY: [1-9]|definitely lost: [1-9]|indirectly lost: [1-9]' "$logs"/*.log); do
-        echo "==== $f"
-        sed -n '/HEAP SUMMARY/,$p' "$f" | head -n 80
-        grep -B2 -A20 -E '^==[0-9]+== (Invalid|Conditional|Use of|Syscall|Mismatched)' "$f" | head -n 60 || true
-    done
+    { grep -l -E 'ERROR SUMMARY: [1-9]|definitely lost: [1-9]|indirectly lost: [1-9]' "$logs"/*.log || true; } |
+        while read -r f; do
+            echo "==== $f"
+            sed -n '/HEAP SUMMARY/,$p' "$f" | head -n 80
+            grep -B2 -A20 -E '^==[0-9]+== (Invalid|Conditional|Use of|Syscall|Mismatched)' "$f" | head -n 60 || true
+        done
     echo "memcheck: failures"
     exit 1
 fi
