@@ -123,7 +123,7 @@ TEST_F(ConcurrencyTest, KernelReportAndApplicationThreadsAtOnce) {
     application.join();
     noltdev_host_drain();
     // every worker has answered before anything is torn down
-    ASSERT_TRUE(WaitForCommand(kCenPlt2PuSetCustomVoiceRsp, kRounds));
+    ASSERT_TRUE(WaitForCommand(kCenPlt2PuSetCustomVoiceRsp, kRounds, 30000)); // generous under valgrind
     noltdev_host_report_stop();
     noltdev_host_msg_thread_stop();
 
