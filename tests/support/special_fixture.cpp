@@ -29,7 +29,9 @@ std::string Sent::Attr(const std::string &path, const char *name) const {
     return Node(path).attribute(name).value();
 }
 
-std::string Sent::Text(const std::string &path) const { return Node(path).text().get(); }
+std::string Sent::Text(const std::string &path) const {
+    return Node(path).text().get();
+}
 
 void SpecialFixture::SetUp() {
     g_current = this;
@@ -215,7 +217,9 @@ std::vector<LogLine> SpecialFixture::Logs() {
     return logs_;
 }
 
-bool SpecialFixture::HasLog(const std::string &text) { return CountLog(text) > 0; }
+bool SpecialFixture::HasLog(const std::string &text) {
+    return CountLog(text) > 0;
+}
 
 bool SpecialFixture::HasLog(int level, const std::string &text) {
     std::lock_guard<std::mutex> lock(mu_);
@@ -241,6 +245,8 @@ void SpecialFixture::ClearLogs() {
     logs_.clear();
 }
 
-void SpecialFixture::Force(int id) { noltDevSDK_report_set_force_report(id); }
+void SpecialFixture::Force(int id) {
+    noltDevSDK_report_set_force_report(id);
+}
 
 } // namespace special_test

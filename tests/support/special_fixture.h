@@ -73,7 +73,9 @@ class SpecialFixture : public ::testing::Test {
     // get_runtime_info answers this type by copying the bytes (at most len) and
     // returning rc; types without an answer return NOLTDEVSDK_SPECIAL_CODE_FAIL.
     void SetRuntime(int type, const void *data, size_t size, int rc = 0);
-    template <class T> void SetRuntime(int type, const T &value) { SetRuntime(type, &value, sizeof value, 0); }
+    template <class T> void SetRuntime(int type, const T &value) {
+        SetRuntime(type, &value, sizeof value, 0);
+    }
     void SetRuntimeError(int type, int rc) { SetRuntime(type, nullptr, 0, rc); }
     // Replaces the whole get_runtime_info behaviour for one type.
     void SetRuntimeHook(int type, std::function<int(noltDevSDK_special_runtime_info *)> hook);

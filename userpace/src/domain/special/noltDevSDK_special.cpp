@@ -16,7 +16,9 @@ void SpecialSetCallback(const noltDevSDK_special_callback *cb) {
     g_special_cb.get_runtime_info = cb->get_runtime_info;
 }
 
-noltDevSDK_special_callback *GetSpecialCallback(void) { return &g_special_cb; }
+noltDevSDK_special_callback *GetSpecialCallback(void) {
+    return &g_special_cb;
+}
 
 int noltDevSDK_special_init(noltDevSDK_special_init_info *info) {
     if (g_special_init_status != 0) {

@@ -44,7 +44,8 @@ char *ConvertCalendarEx(time_t t, char *dst);
 
 /* Parses the request, prepares and stamps, calls the handler and sends the answer. */
 int SpecialPlatformReqAndRspXmlBushandle(void *buf, int buf_len, int rsp_cmd, const char *cmd_version,
-                                         unsigned int msg_seq, special_handle_platform_req_and_rsp handle_req_rsp,
+                                         unsigned int msg_seq,
+                                         special_handle_platform_req_and_rsp handle_req_rsp,
                                          char *child_dev_id);
 /* The platform's answer to the unbind request: logs the body and delivers it. */
 int UnbindUserReq_Bushandle(void *buf, int buf_len);

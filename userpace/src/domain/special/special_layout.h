@@ -9,8 +9,9 @@
 #include "noltDevSDK_special_def.h"
 
 #define SPECIAL_TARGET_LAYOUT (sizeof(void *) == 4 && sizeof(time_t) == 4)
-#define SPECIAL_CHECK_SIZE(type, size) \
-    static_assert(!SPECIAL_TARGET_LAYOUT || sizeof(type) == (size), #type " must be " #size " bytes on the target")
+#define SPECIAL_CHECK_SIZE(type, size)                                                                       \
+    static_assert(!SPECIAL_TARGET_LAYOUT || sizeof(type) == (size),                                          \
+                  #type " must be " #size " bytes on the target")
 
 SPECIAL_CHECK_SIZE(noltDevSDK_special_msg_to_dev, 12);
 SPECIAL_CHECK_SIZE(noltDevSDK_special_runtime_info, 12);
@@ -45,9 +46,12 @@ SPECIAL_CHECK_SIZE(noltDevSDK_special_voddns_local_mapped_infos, 672);
 SPECIAL_CHECK_SIZE(noltDevSDK_special_associated_device_conn_status, 120);
 SPECIAL_CHECK_SIZE(noltDevSDK_special_4G_Info_S, 108);
 /* the module offers the application room for 8 children: a count and 8 entries */
-static_assert(!SPECIAL_TARGET_LAYOUT || sizeof(noltDevSDK_Trusteeship_connect) + 8 * sizeof(noltDevSDK_trusteeship_subserial) == 196,
+static_assert(!SPECIAL_TARGET_LAYOUT ||
+                  sizeof(noltDevSDK_Trusteeship_connect) + 8 * sizeof(noltDevSDK_trusteeship_subserial) ==
+                      196,
               "trusteeship-connect buffer must be 196 bytes on the target");
-static_assert(!SPECIAL_TARGET_LAYOUT || sizeof(noltDevSDK_PowerStatus) + 8 * sizeof(noltDevSDK_PowerStatus_subserial) == 900,
+static_assert(!SPECIAL_TARGET_LAYOUT ||
+                  sizeof(noltDevSDK_PowerStatus) + 8 * sizeof(noltDevSDK_PowerStatus_subserial) == 900,
               "power-status buffer must be 900 bytes on the target");
 
 #endif
