@@ -24,7 +24,8 @@ armhf)
     build=$root/build-armhf
     cc=(arm-linux-gnueabihf-gcc)
     cmake_args=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchains/armhf.cmake")
-    run=(qemu-arm -L /usr/arm-linux-gnueabihf)
+    # as the toolchain file's emulator: the cross loader with its own C runtime
+    run=(qemu-arm -L /usr/arm-linux-gnueabihf -E LD_LIBRARY_PATH=/usr/arm-linux-gnueabihf/lib)
     pc_libdir=/usr/lib/arm-linux-gnueabihf/pkgconfig:/usr/share/pkgconfig
     ;;
 *)

@@ -10,10 +10,14 @@ set(CMAKE_CXX_COMPILER ${NOLTDEV_ARMHF_TRIPLET}-g++)
 # Debian keeps the armhf libraries and their CMake packages under /usr/lib/<triplet>.
 set(CMAKE_LIBRARY_ARCHITECTURE ${NOLTDEV_ARMHF_TRIPLET})
 
-# The cross C library lives under /usr/<triplet>; qemu-arm finds the loader there.
+# The cross C library lives under /usr/<triplet>; qemu-arm takes the loader from there.
+# The C runtime must then come from there too: the multiarch libc6:armhf, which the :armhf
+# libraries pull in, is otherwise found first through ld.so.cache, and a loader and a libc
+# from two different builds crash as soon as a thread starts.
 find_program(NOLTDEV_QEMU_ARM qemu-arm)
 if(NOLTDEV_QEMU_ARM)
-  set(CMAKE_CROSSCOMPILING_EMULATOR ${NOLTDEV_QEMU_ARM} -L /usr/${NOLTDEV_ARMHF_TRIPLET})
+  set(CMAKE_CROSSCOMPILING_EMULATOR ${NOLTDEV_QEMU_ARM} -L /usr/${NOLTDEV_ARMHF_TRIPLET}
+      -E LD_LIBRARY_PATH=/usr/${NOLTDEV_ARMHF_TRIPLET}/lib)
 endif()
 
 # Host programs from the host, everything linked into a target from the armhf tree.
