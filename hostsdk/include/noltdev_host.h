@@ -108,6 +108,13 @@ int noltdev_host_report_registered(uint32_t *ids, int max);
  *  it is not registered. */
 int noltdev_host_report_has_reset(uint32_t id);
 
+/** @brief Copies the ids passed to noltDevSDK_report_status_unregister (in call order,
+ *  whether or not they were registered) since the process started or the log was
+ *  cleared; returns how many there are. */
+int noltdev_host_report_unregister_log(uint32_t *ids, int max);
+/** @brief Empties the unregistration log. */
+void noltdev_host_report_clear_unregister_log(void);
+
 /* ---- shadow service --------------------------------------------------------------- */
 
 /** @brief Number of successful noltDevSDK_Shadow_DomainReg calls since the last reset. */

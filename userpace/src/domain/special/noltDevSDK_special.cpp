@@ -39,7 +39,11 @@ int noltDevSDK_special_init(noltDevSDK_special_init_info *info) {
     /* INIT-SHADOW: start the shadow service here (twice). */
 
     int result = 0;
-    /* INIT-EXTERN: load the domain here. */
+    if (special_extern_init() != 0) {
+        /* the items, shadow service and callbacks stay; a later init sets them again */
+        g_special_init_status = 0;
+        result = NOLTDEVSDK_SPECIAL_CODE_INIT_FAIL;
+    }
     noltdev_debug(LOG_DEBUG, "noltDevSDK_special_init over\n");
     return result;
 }
@@ -52,6 +56,6 @@ int noltDevSDK_special_fini(void) {
     /* FINI-STATUS: unregister the status items here. */
     noltDevSDK_report_status_fini();
     /* FINI-SHADOW: stop the shadow service here. */
-    /* FINI-EXTERN: end the domain here. */
+    special_extern_fini();
     return 0;
 }

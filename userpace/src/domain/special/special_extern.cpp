@@ -1,0 +1,156 @@
+/* The domain inside the microkernel: loading the extension with its redirect keys, the
+ * kernel's start, stop and event callbacks, and the router of incoming messages. */
+#include <stddef.h>
+#include <string.h>
+
+#include "consts.h"
+#include "log_ctrl.h"
+#include "noltDevSDK_Common_Module_Def.h"
+#include "noltDevSDK_report_status.h"
+#include "special.h"
+#include "special_bus.h"
+#include "special_extern.h"
+#include "special_routes.h"
+
+/* Generic platform commands whose body carries one of these type keys come to us. */
+static const struct {
+    int cmd;
+    const char *type;
+    const char *fail_log;
+} kSpecialRedirects[] = {
+    {kCenPlt2PuSetSwitchEnableReq, "15", "special register switch type error\n"},
+    {kCenPlt2PuSetSwitchEnableReq, "611", "special register 611 switch type error\n"},
+    {kCenPlt2PuSetSwitchEnableReq, "613", "special register 613 switch type error\n"},
+    {kCenPlt2PuSetSwitchEnableReq, "614", "special register 614 switch type error\n"},
+    {kCenPlt2PuSetSwitchEnableReq, "617", "special register 617 switch type error\n"},
+    {kCenPlt2PuSetKeyValueReq, "batteryCameraWorkMode",
+     "special register key value batteryCameraWorkMode error\n"},
+    {kCenPlt2PuSetKeyValueReq, "device_bell", "special register key value CustomRing error\n"},
+    {kCenPlt2PuSetKeyValueReq, "networkingMode", "special register key value networkingMode error\n"},
+    {kCenPlt2PuSetKeyValueReq, "OneClickMute", "special register key value error\n"},
+    {kCenPlt2PuSetKeyValueReq, "SpeakerConfig", "special register key value error\n"},
+    {kCenPlt2PuSetDevPlanReq, "17", "special register dev plan error\n"},
+};
+
+/* Registers every redirect row; a failing row is logged and the next one still tried. */
+static void SpecialRegisterRedirects(void) {
+    Common_redirect_pair pair;
+    memset(&pair, 0, sizeof(pair));
+    pair.domain_id = SPECIAL_DOMAIN_ID;
+    for (size_t i = 0; i < sizeof(kSpecialRedirects) / sizeof(kSpecialRedirects[0]); ++i) {
+        pair.command_id = static_cast<NOLTDEV_SDK_UINT32>(kSpecialRedirects[i].cmd);
+        /* cleared first: no tail of a longer key survives into a shorter one */
+        memset(pair.type, 0, sizeof(pair.type));
+        strncpy(pair.type, kSpecialRedirects[i].type, sizeof(pair.type) - 1);
+        if (noltDevSDK_Common_Module_RedirectReg(&pair) != 0) {
+            noltdev_debug(LOG_ERROR, "%s", kSpecialRedirects[i].fail_log);
+        }
+    }
+}
+
+int special_extern_init(void) {
+    noltdev_debug(LOG_DEBUG, "special_extern_init enter\n");
+    noltdev_sdk_kernel_extend ext;
+    memset(&ext, 0, sizeof(ext));
+    ext.domain_id = SPECIAL_DOMAIN_ID;
+    ext.noltdev_sdk_kernel_extend_start = special_extend_start_cb;
+    ext.noltdev_sdk_kernel_extend_stop = special_extend_stop_cb;
+    ext.noltdev_sdk_kernel_extend_data_route = special_extend_data_route_cb;
+    ext.noltdev_sdk_kernel_extend_event = special_extend_event_cb;
+    ext.pUser = NULL;
+    strncpy(ext.extend_module_name, "special", sizeof(ext.extend_module_name));
+    strncpy(ext.extend_module_version, "V2.0.0", sizeof(ext.extend_module_version));
+    int rc = noltdev_sdk_kernel_extend_load(&ext);
+    if (rc != 0) {
+        noltdev_debug(LOG_ERROR, "microkernel load special doamin error\n");
+        return rc;
+    }
+    SpecialRegisterRedirects();
+    noltdev_timer_init();
+    return 0;
+}
+
+/* The kernel offers no unload: the domain stays loaded. */
+int special_extern_fini(void) {
+    return 0;
+}
+
+void special_extend_start_cb(NOLTDEV_SDK_PTR pUser) {
+    (void)pUser;
+    noltdev_debug(LOG_DEBUG, "special_extend_start_cb\n");
+}
+
+void special_extend_stop_cb(NOLTDEV_SDK_PTR pUser) {
+    (void)pUser;
+    noltdev_debug(LOG_DEBUG, "special_extend_stop_cb\n");
+}
+
+void special_extend_event_cb(noltdev_sdk_kernel_event *event, NOLTDEV_SDK_PTR pUser) {
+    (void)pUser;
+    if (event == NULL) {
+        return;
+    }
+    /* on every (re)connection the platform is given these items afresh */
+    switch (event->event_type) {
+    case sdk_kernel_event_online:
+        noltdev_debug(LOG_DEBUG, "special_extend_data_route_cb %d\n", static_cast<int>(event->event_type));
+        noltDevSDK_report_set_force_report(NOLTDEVSDK_ReportFlowCountConfig);
+        noltDevSDK_report_set_force_report(NOLTDEVSDK_ReportTrusteeshipConnect);
+        noltDevSDK_report_set_force_report(NOLTDEVSDK_ReportVoddnsMappedPort);
+        break;
+    case sdk_kernel_event_reconnect_success:
+        noltdev_debug(LOG_DEBUG, "special_extend_data_route_cb %d\n", static_cast<int>(event->event_type));
+        noltDevSDK_report_set_force_report(NOLTDEVSDK_ReportVoddnsMappedPort);
+        break;
+    default:
+        break;
+    }
+}
+
+/* A command outside the table goes to the application as it came; the application
+ * answers it, if at all, with the sequence number it is given here. */
+static void SpecialPassRaw(const noltdev_sdk_kernel_submsg *msg) {
+    noltDevSDK_special_callback *cb = GetSpecialCallback();
+    if (cb->recv_msg == NULL) {
+        return;
+    }
+    noltDevSDK_special_trans_cmd_msg trans;
+    memset(&trans, 0, sizeof(trans));
+    trans.content = static_cast<char *>(msg->buf);
+    trans.content_len = static_cast<int>(msg->buf_len);
+    trans.cmd_id = static_cast<unsigned int>(msg->msg_command_id);
+    trans.msg_type = 0;
+    trans.msg_seq = msg->msg_seq;
+    noltDevSDK_special_msg_to_dev dev;
+    memset(&dev, 0, sizeof(dev));
+    dev.type = NOLTDEVSDK_SPECIAL_ON_TRANS_CMD_MSG;
+    dev.data = &trans;
+    dev.len = sizeof(trans);
+    int rc = cb->recv_msg(&dev);
+    if (rc != 0) {
+        noltdev_debug(LOG_ERROR, "result_code %d\n", rc);
+    }
+}
+
+void special_extend_data_route_cb(noltdev_sdk_kernel_submsg *msg, NOLTDEV_SDK_PTR pUser) {
+    (void)pUser;
+    if (msg == NULL) {
+        return;
+    }
+    noltdev_debug(LOG_ERROR, "R:%x\n", static_cast<unsigned int>(msg->msg_command_id));
+    if (noltdev_get_sleep_status() != 0) {
+        noltdev_debug(LOG_DEBUG, "preview: device sleep!\n");
+        return;
+    }
+    const special_route *route = SpecialRouteFind(msg->msg_command_id);
+    if (route == NULL) {
+        SpecialPassRaw(msg);
+    } else if (route->handler != NULL) {
+        SpecialPlatformReqAndRspXmlBushandle(msg->buf, static_cast<int>(msg->buf_len), route->rsp_cmd,
+                                             SPECIAL_CMD_VERSION, msg->msg_seq, route->handler, NULL);
+    } else if (route->raw_handler != NULL) {
+        route->raw_handler(msg->buf, static_cast<int>(msg->buf_len));
+    } else {
+        noltdev_debug(LOG_ERROR, "special recv ignore msg%d\n", msg->msg_command_id);
+    }
+}
