@@ -1,4 +1,6 @@
 // The key-value settings: which record each name fills and which report it forces.
+#include <climits>
+
 #include "command_test.h"
 
 namespace special_test {
@@ -20,6 +22,7 @@ INSTANTIATE_TEST_SUITE_P(
         KeyValue("batteryCameraWorkMode", "3", 16, Rec(noltDevSDK_special_battery_work_mode{3}), {96}),
         KeyValue("networkingMode", "2", 19, Rec(noltDevSDK_special_net_work_mode{2}), {119}),
         KeyValue("OneClickMute", "1", 20, Rec(noltDevSDK_special_one_click_mute{1}), {}),
+        KeyValue("OneClickMute", "-3000000000", 20, Rec(noltDevSDK_special_one_click_mute{INT_MIN}), {}),
         KeyValue("device_bell", R"({"Volume":60})", 17, Rec(noltDevSDK_special_ring_type{0, 0, 60}), {103}),
         KeyValue("device_bell", R"({"Type":2,"CustomRingIndex":5,"Volume":"x"})", 17,
                  Rec(noltDevSDK_special_ring_type{2, 5, 0}), {103}),

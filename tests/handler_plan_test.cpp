@@ -1,4 +1,6 @@
 // The work-mode plan: the request's values laid over the application's current plan.
+#include <climits>
+
 #include "command_test.h"
 
 namespace special_test {
@@ -41,6 +43,18 @@ CommandCase Fails(const std::string &children, const char *log, bool callbacks =
     return c;
 }
 
+// A mode beyond the int range saturates, as the device's C library reads it.
+CommandCase HugeMode() {
+    CommandCase c =
+        Plan(kActor + R"(<Date Weekday="1"><Plan B="00:30" E="01:00" EventArg="mode:3000000000"/></Date>)", 5,
+             false, 1, 1);
+    noltDevSDK_special_plan want;
+    std::memcpy(&want, c.record.data(), sizeof want);
+    want.special_work_mode_plan.time[1][0].mode = INT_MAX;
+    c.record = Rec(want);
+    return c;
+}
+
 // Any "Date", even one of no valid day, replaces the whole grid; days are read after
 // "Actor" only, and at most seven of them.
 INSTANTIATE_TEST_SUITE_P(
@@ -52,7 +66,7 @@ INSTANTIATE_TEST_SUITE_P(
                       Plan(kActor + Date("9") + Date("/") + Date("x") + Date("7") + Date("9") + Date("9") +
                                Date("6", 1) + Date("5", 1),
                            5, false, 6, 1),
-                      Plan(kActor, 5, true, 0, 0, 7),
+                      Plan(kActor, 5, true, 0, 0, 7), HugeMode(),
                       Fails(R"(<Actor PlanType="16"/>)", "unspport plan type \n"),
                       Fails("<Enable>1</Enable>", "without actor element.\n"),
                       Fails(kActor, "special domain cb is not init\n", false),

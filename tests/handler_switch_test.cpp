@@ -1,4 +1,6 @@
 // Switch-enable and flow-counting configuration.
+#include <climits>
+
 #include "command_test.h"
 
 namespace special_test {
@@ -28,6 +30,9 @@ INSTANTIATE_TEST_SUITE_P(
     ::testing::Values(Switch(R"(<Switch Type="15" Enable="1" Channel="2"/>)", {0, 2, 1}),
                       Switch(R"(<Switch Channel="3" Enable="1" Type="611"/>)", {4, 3, 1}, 7),
                       Switch(R"(<Switch Type="612" Enable="1" Channel="3"/>)", {0, 0, 0}),
+                      // numbers beyond the int range saturate, as the device's C library reads them
+                      Switch(R"(<Switch Type="15" Enable="3000000000" Channel="-99999999999"/>)",
+                             {0, INT_MIN, INT_MAX}),
                       NoCallbacks(kCenPlt2PuSetSwitchEnableReq, "0")));
 
 INSTANTIATE_TEST_SUITE_P(
@@ -36,6 +41,7 @@ INSTANTIATE_TEST_SUITE_P(
         Flow("<Position>30</Position>" + kLine + kDirection + "<Interval>5</Interval>", kFlowAll),
         Flow("<Interval>5</Interval>" + kDirection + kLine + "<Position>30</Position>", kFlowAll),
         Flow(kDirection, {0, 0, 0, 0, 0, 0, 1.5f, -2, 3, 4.25f}), Flow("", {}, "1052679", 7),
+        Flow("<Position>3000000000</Position>", {0, INT_MAX, 0, 0, 0, 0, 0, 0, 0, 0}),
         NoCallbacks(kCenPlt2PuSetFollowCountInfoReq, "1052679")));
 
 } // namespace

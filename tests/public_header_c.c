@@ -15,20 +15,9 @@ static int runtime_callback(noltDevSDK_special_runtime_info *info) {
  * the C++ side compares against its own sizeof. */
 int special_c_record_sizes(size_t *out, int max) {
     const size_t sizes[] = {
-        sizeof(noltDevSDK_special_msg_to_dev),
-        sizeof(noltDevSDK_special_trans_cmd_msg),
-        sizeof(noltDevSDK_special_flow_counting_cfg),
-        sizeof(noltDevSDK_special_operate_custom_voice),
-        sizeof(noltDevSDK_special_voddns_dev_info),
-        sizeof(noltDevSDK_special_plan),
-        sizeof(noltDevSDK_special_custom_voice_infos),
-        sizeof(noltDevSDK_Special_DelTrusteeship_Param_S),
-        sizeof(noltDevSDK_Special_DelTrusteeship_S),
-        offsetof(noltDevSDK_Special_DelTrusteeship_S, astUnit),
-        sizeof(noltDevSDK_special_voddns_local_mapped_infos),
-        sizeof(noltDevSDK_special_associated_device_conn_status),
-        sizeof(noltDevSDK_special_4G_Info_S),
-        sizeof(noltDevSDK_special_flow_counting_seg_count),
+#define SPECIAL_RECORD(expr) expr,
+#include "public_records.inc"
+#undef SPECIAL_RECORD
     };
     int n = (int)(sizeof sizes / sizeof sizes[0]);
     int i;

@@ -10,20 +10,9 @@ extern "C" int special_c_init_info_ok(void);
 
 TEST(PublicHeader, CLayoutMatchesCpp) {
     const size_t expected[] = {
-        sizeof(noltDevSDK_special_msg_to_dev),
-        sizeof(noltDevSDK_special_trans_cmd_msg),
-        sizeof(noltDevSDK_special_flow_counting_cfg),
-        sizeof(noltDevSDK_special_operate_custom_voice),
-        sizeof(noltDevSDK_special_voddns_dev_info),
-        sizeof(noltDevSDK_special_plan),
-        sizeof(noltDevSDK_special_custom_voice_infos),
-        sizeof(noltDevSDK_Special_DelTrusteeship_Param_S),
-        sizeof(noltDevSDK_Special_DelTrusteeship_S),
-        offsetof(noltDevSDK_Special_DelTrusteeship_S, astUnit),
-        sizeof(noltDevSDK_special_voddns_local_mapped_infos),
-        sizeof(noltDevSDK_special_associated_device_conn_status),
-        sizeof(noltDevSDK_special_4G_Info_S),
-        sizeof(noltDevSDK_special_flow_counting_seg_count),
+#define SPECIAL_RECORD(expr) expr,
+#include "public_records.inc"
+#undef SPECIAL_RECORD
     };
     size_t got[32] = {};
     int n = special_c_record_sizes(got, 32);

@@ -5,8 +5,10 @@
 #include "log_ctrl.h"
 #include "noltDevSDK_report_status.h"
 #include "special.h"
+#include "special_bus.h"
 #include "special_extern.h"
 #include "special_layout.h"
+#include "special_shadow.h"
 
 int g_special_init_status = 0;
 static noltDevSDK_special_callback g_special_cb = {NULL, NULL};
@@ -35,8 +37,12 @@ int noltDevSDK_special_init(noltDevSDK_special_init_info *info) {
     SpecialSetCallback(&info->cb);
     noltDevSDK_report_status_init();
 
-    /* INIT-STATUS: register the status items here. */
-    /* INIT-SHADOW: start the shadow service here (twice). */
+    SpecialStatusRegisterAll();
+    /* started twice on purpose; only the second start's result is looked at */
+    (void)Special_Shadow_InitService(info->resetReportAll);
+    if (Special_Shadow_InitService(info->resetReportAll) != 0) {
+        noltdev_debug(LOG_DEBUG, "Special_Shadow_InitService  err\n");
+    }
 
     int result = 0;
     if (special_extern_init() != 0) {
@@ -53,9 +59,82 @@ int noltDevSDK_special_fini(void) {
         return 0;
     }
     g_special_init_status = 0;
-    /* FINI-STATUS: unregister the status items here. */
+    SpecialStatusUnregisterAll();
     noltDevSDK_report_status_fini();
-    /* FINI-SHADOW: stop the shadow service here. */
+    Special_Shadow_FnitService();
     special_extern_fini();
     return 0;
+}
+
+/* ---- operations the application starts ------------------------------------------- */
+
+int noltDevSDK_special_send_msg(noltDevSDK_special_msg *msg) {
+    if (g_special_init_status == 0) {
+        return NOLTDEVSDK_SPECIAL_CODE_NOT_INITED;
+    }
+    /* a null request has no type to dispatch on */
+    if (msg == NULL) {
+        noltdev_debug(LOG_ERROR, "noltDevSDK_special_send_msg: NULL msg\n");
+        return NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM;
+    }
+    int ret;
+    switch (msg->msg_type) {
+    case NOLTDEVSDK_SPECIAL_UNBIND_USER:
+        ret = SpecialUnbindUserReq();
+        break;
+    case NOLTDEVSDK_SPECIAL_SEND_VERIFICATION_CODE:
+        ret = SpecialSendVerificationCodeReq((char *)msg->msg_struct_ptr);
+        break;
+    case NOLTDEVSDK_SPECIAL_QUERY_VODDNS_MAPPED_PORT:
+        ret = SpecialQueryVoddnsMappedPortReq((char *)msg->msg_struct_ptr);
+        break;
+    case NOLTDEVSDK_SPECIAL_TRANS_4G_FLOW_INFO:
+        ret = Special4GFlowReportReq(msg->msg_struct_ptr);
+        break;
+    default:
+        return NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT;
+    }
+    /* the request's own code is not passed on */
+    return ret == 0 ? 0 : NOLTDEVSDK_SPECIAL_CODE_SEND_MSG_ERROR;
+}
+
+int noltDevSDK_special_send_msg_to_platform(noltDevSDK_special_trans_cmd_msg *msg) {
+    if (msg == NULL) {
+        return NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM;
+    }
+    /* the kernel copies content_len bytes: a body it cannot read is refused here */
+    if (msg->content_len < 0 || (msg->content == NULL && msg->content_len != 0)) {
+        noltdev_debug(LOG_ERROR, "send_msg_to_platform: no body of %d bytes\n", msg->content_len);
+        return NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM;
+    }
+    noltdev_sdk_kernel_pubmsg pub;
+    memset(&pub, 0, sizeof pub);
+    pub.msg_response = msg->msg_type;
+    pub.msg_qos = QOS_T0;
+    pub.msg_seq = msg->msg_seq;
+    pub.msg_body = (unsigned char *)msg->content;
+    pub.msg_body_len = (NOLTDEV_SDK_UINT32)msg->content_len;
+    pub.msg_domain_id = SPECIAL_DOMAIN_ID;
+    pub.msg_command_id = msg->cmd_id;
+    strncpy(pub.command_ver, SPECIAL_CMD_VERSION, sizeof pub.command_ver - 1);
+    return noltdev_sdk_kernel_send(&pub) != 0 ? NOLTDEVSDK_SPECIAL_CODE_SEND_DATA_ERROR : 0;
+}
+
+int noltDevSDK_special_post_event(noltDevSDK_special_post_event_info_S *info) {
+    (void)info; /* event posting is not supported */
+    return -1;
+}
+
+int noltDevSDK_special_report_trusteeship(void) {
+    if (g_special_init_status == 0) {
+        return NOLTDEVSDK_SPECIAL_CODE_NOT_INITED;
+    }
+    return ReportTrusteeship_Immediately();
+}
+
+int noltDevSDK_special_report_flow_counting(noltDevSDK_special_flow_counting_seg_count *seg_info) {
+    if (g_special_init_status == 0) {
+        return NOLTDEVSDK_SPECIAL_CODE_NOT_INITED;
+    }
+    return ReportFlowCountReq(seg_info);
 }

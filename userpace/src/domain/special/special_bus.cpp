@@ -63,13 +63,19 @@ int special_xml_check_result(const CMarkupSTL &msg) {
     if (!doc.FindElem("Result", true)) {
         return -1;
     }
-    long value = strtol(doc.GetData().c_str(), NULL, 10);
-    /* saturate as the 32-bit target's strtol does, so the host reads the same code */
-    int code = value > INT_MAX ? INT_MAX : value < INT_MIN ? INT_MIN : static_cast<int>(value);
+    int code = SpecialAtoi(doc.GetData().c_str());
     if (code != 0) {
         noltdev_debug(LOG_ERROR, "response result error, code %#x\n", static_cast<unsigned int>(code));
     }
     return code;
+}
+
+int SpecialAtoi(const char *text) {
+    if (text == NULL) {
+        return 0;
+    }
+    long value = strtol(text, NULL, 10);
+    return value > INT_MAX ? INT_MAX : value < INT_MIN ? INT_MIN : static_cast<int>(value);
 }
 
 void special_set_result(CMarkupSTL *rsp, int code) {

@@ -33,6 +33,10 @@ int special_send_json_to_platform(const char *msg, int cmd_id, const char *cmd_v
 /* The "Result" of a received answer (searched from the first element of the current
  * level); -1 when there is none. */
 int special_xml_check_result(const CMarkupSTL &msg);
+/* atoi as the 32-bit target's C library gives it: strtol in base 10, saturated to the
+ * int range, so a number too large for an int reads the same on the host and on the
+ * device. NULL reads as 0. */
+int SpecialAtoi(const char *text);
 /* Writes code (as "%d") into the answer's "Result", when there is one. */
 void special_set_result(CMarkupSTL *rsp, int code);
 /* The next device sequence number (post-increment, lock-free). */

@@ -1,6 +1,5 @@
 /* The platform's answers to two device requests: the mapped ports of a domain (XML) and
  * the result of an unbind (JSON); each is delivered to the application. */
-#include <stdlib.h>
 #include <string.h>
 
 #include <string>
@@ -35,7 +34,7 @@ static void ReadDevInfo(CMarkupSTL *req, const CMarkupSTL *rsp, noltDevSDK_speci
     if (req->FindElem("Status", true)) {
         /* read from the answer document, not the request, as the system has always done:
          * the platform's "Status" only decides whether this read happens */
-        record->dev_status = atoi(rsp->GetData().c_str());
+        record->dev_status = SpecialAtoi(rsp->GetData().c_str());
     }
     SpecialFindText(req, "NatIP", true, record->nat_ip, sizeof record->nat_ip);
     SpecialFindText(req, "LocalIP", true, record->local_ip, sizeof record->local_ip);

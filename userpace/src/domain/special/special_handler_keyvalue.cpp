@@ -2,7 +2,6 @@
  * name picks the record, the application gets it, and some settings force a report so
  * that the platform sees the new value at once. */
 #include <stddef.h>
-#include <stdlib.h>
 #include <string.h>
 
 #include <string>
@@ -10,6 +9,7 @@
 #include "bscJSON.h"
 #include "log_ctrl.h"
 #include "special.h"
+#include "special_bus.h"
 #include "special_handler_util.h"
 
 namespace {
@@ -127,7 +127,7 @@ int SpecialSetKeyValueReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     }
     std::string value = req->GetData();
     if (setting->parse_fail_log == NULL) {
-        *Field(&record, setting->fields[0]) = atoi(value.c_str());
+        *Field(&record, setting->fields[0]) = SpecialAtoi(value.c_str());
     } else if (!ReadJsonValue(*setting, value.c_str(), &record)) {
         noltdev_debug(LOG_ERROR, "%s", setting->parse_fail_log);
         return -1;

@@ -1,7 +1,6 @@
 /* The work-mode plan command: a read-modify-write of the application's weekly plan. What
  * the request carries (enable flag, grid of days and segments) replaces the current
  * plan's values; the channel always comes from the request. */
-#include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
 
@@ -21,9 +20,13 @@
 static void ReadSegment(const CMarkupSTL *req, noltDevSDK_special_work_mode_time_segment *segment) {
     segment->begin = noltdev_ParseTimeHHMM(req->GetAttrib("B").c_str());
     segment->end = noltdev_ParseTimeHHMM(req->GetAttrib("E").c_str());
-    int mode = 0; /* stays 0 when the text is not "mode:<n>" */
-    sscanf(req->GetAttrib("EventArg").c_str(), "mode:%d", &mode);
-    segment->mode = mode;
+    /* "mode:<n>"; any other text is mode 0. Read as the device's scanf reads "%d": a
+     * number too large for an int saturates. */
+    static const char kModePrefix[] = "mode:";
+    std::string event_arg = req->GetAttrib("EventArg");
+    segment->mode = event_arg.compare(0, sizeof kModePrefix - 1, kModePrefix) == 0
+                        ? SpecialAtoi(event_arg.c_str() + sizeof kModePrefix - 1)
+                        : 0;
 }
 
 /* Reads the "Date" elements that follow the main element into the grid; true when the

@@ -1,13 +1,13 @@
 /* Bounded copies, delivery to the application and forced reports for the handlers. */
 #include "special_handler_util.h"
 
-#include <stdlib.h>
 #include <string.h>
 
 #include <string>
 
 #include "log_ctrl.h"
 #include "special.h"
+#include "special_bus.h"
 
 static const char kCallbackMissing[] = "special domain cb is not init\n";
 
@@ -37,12 +37,12 @@ bool SpecialFindInt(CMarkupSTL *doc, const char *name, bool restart, int *value)
     if (!doc->FindElem(name, restart)) {
         return false;
     }
-    *value = atoi(doc->GetData().c_str());
+    *value = SpecialAtoi(doc->GetData().c_str());
     return true;
 }
 
 int SpecialAttribInt(const CMarkupSTL *doc, const char *name) {
-    return atoi(doc->GetAttrib(name).c_str());
+    return SpecialAtoi(doc->GetAttrib(name).c_str());
 }
 
 void SpecialAttribText(const CMarkupSTL *doc, const char *name, char *dst, size_t size) {

@@ -17,10 +17,10 @@ void SpecialCopyText(char *dst, size_t size, const char *src);
  * left alone when it was not. */
 bool SpecialFindText(CMarkupSTL *doc, const char *name, bool restart, char *dst, size_t size);
 
-/* Finds name like SpecialFindText and stores atoi of its text. Returns whether found. */
+/* Finds name like SpecialFindText and stores SpecialAtoi of its text. Returns whether found. */
 bool SpecialFindInt(CMarkupSTL *doc, const char *name, bool restart, int *value);
 
-/* atoi of an attribute of the main element (0 when absent). */
+/* SpecialAtoi of an attribute of the main element (0 when absent). */
 int SpecialAttribInt(const CMarkupSTL *doc, const char *name);
 
 /* Copies an attribute of the main element into dst, bounded (empty when absent). */

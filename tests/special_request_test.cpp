@@ -1,0 +1,128 @@
+// The device's own requests and the operations the application starts.
+#include <sstream>
+
+#include "noltdev_sdk_kernel_error.h"
+#include "special_fixture.h"
+
+using namespace special_test;
+
+namespace {
+
+// The request element as pugixml prints it raw, whatever the sender's printing.
+std::string Raw(pugi::xml_node node) {
+    std::ostringstream out;
+    node.print(out, "", pugi::format_raw);
+    return out.str();
+}
+
+int Send(int type, void *record) {
+    noltDevSDK_special_msg msg = {static_cast<NOLTDEVSDK_SPECIAL_MSG_TO_SERVER_TYPE_E>(type), record};
+    return noltDevSDK_special_send_msg(&msg);
+}
+
+class RequestsTest : public SpecialFixture {
+  protected:
+    void SetUp() override {
+        SpecialFixture::SetUp();
+        noltdev_host_set_serial("DS1234");
+        ASSERT_EQ(0, Init());
+    }
+    noltDevSDK_special_send_verification_code code_ = {"123456"};
+    noltDevSDK_special_query_voddns_mapped_port domain_ = {"cam.example.net"};
+    noltDevSDK_special_4G_flow_info rows_[2] = {{-2.7f, 1, "8986001", "3554001"},
+                                                {5.9f, 2, "8986002", "3554002"}};
+    noltDevSDK_special_4G_flow_info_page page_ = {2, rows_};
+    noltDevSDK_special_flow_counting_seg_count flow_ = {1, {{3, 2, 0, 1700000000}}};
+    // Sends the five requests in the order unbind, code, 4G, domain, flow count.
+    std::vector<int> SendAll() {
+        return {Send(0, nullptr), Send(1, &code_), Send(3, &page_), Send(2, &domain_),
+                noltDevSDK_special_report_flow_counting(&flow_)};
+    }
+};
+
+TEST_F(RequestsTest, EachRequestCarriesItsCommandNumberAndBody) {
+    EXPECT_EQ(std::vector<int>(5, 0), SendAll());
+    std::vector<Sent> sent = SentMessages();
+    ASSERT_EQ(5u, sent.size());
+    const uint32_t first = sent[0].seq; // numbered requests follow on; the 4G report carries 0
+    struct Row {
+        uint32_t command, seq;
+        std::string body;
+    } rows[] = {
+        {19590, first, "<Request/>"},
+        {13450, first + 1,
+         "<Request><Authorization/><DevSerial>DS1234</DevSerial>"
+         "<VerificationCode>123456</VerificationCode></Request>"},
+        {13600, 0,
+         "<Request><DevSerial>DS1234</DevSerial><Type>4GFlow</Type>"
+         "<Flow Incr=\"-2\" ICCID=\"8986001\" IMEI=\"3554001\" Type=\"1\"/>"
+         "<Flow Incr=\"5\" ICCID=\"8986002\" IMEI=\"3554002\" Type=\"2\"/></Request>"},
+        {10379, first + 2,
+         "<Request><Authorization/><DevSerial>DS1234</DevSerial><Domain>cam.example.net</Domain></Request>"},
+        {12374, first + 3,
+         "<Request><DevSerial>DS1234</DevSerial><Authorization/><Type>FlowCount</Type><Params>"
+         "<Data In=\"3\" Out=\"2\" Begin=\"197001010000\" End=\"202311142213\"/></Params></Request>"},
+    };
+    for (size_t i = 0; i < 5; ++i) {
+        SCOPED_TRACE(i);
+        EXPECT_EQ((std::vector<uint32_t>{kDomain, rows[i].command, rows[i].seq, 0}),
+                  (std::vector<uint32_t>{sent[i].domain, sent[i].command, sent[i].seq, sent[i].response}));
+        EXPECT_EQ("v1.0.0", sent[i].version);
+        EXPECT_EQ(rows[i].body, Raw(sent[i].Node("Request")));
+    }
+}
+
+TEST_F(RequestsTest, OfflineRefusesOnlyThe4GReport) {
+    noltdev_host_set_registered(0);
+    EXPECT_EQ((std::vector<int>{0, 0, NOLTDEVSDK_SPECIAL_CODE_SEND_MSG_ERROR, 0, 0}), SendAll());
+    EXPECT_TRUE(HasLog(1, "dev is Offline\n"));
+    std::vector<uint32_t> commands;
+    for (const Sent &s : SentMessages()) {
+        commands.push_back(s.command);
+    }
+    EXPECT_EQ((std::vector<uint32_t>{19590, 13450, 10379, 12374}), commands);
+}
+
+TEST_F(RequestsTest, FlowCountNeedsASegmentAndReadsAtMostTen) {
+    flow_.seg_count = 0;
+    EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM, noltDevSDK_special_report_flow_counting(&flow_));
+    EXPECT_TRUE(HasLog(1, "ThirdParty Transfer Data Param Error \n"));
+    EXPECT_EQ(0u, SentCount());
+    flow_.seg_count = 11;
+    EXPECT_EQ(0, noltDevSDK_special_report_flow_counting(&flow_));
+    ASSERT_EQ(1u, SentCount());
+    EXPECT_EQ(10u, SentMessages()[0].xml->select_nodes("/Request/Params/Data").size());
+}
+
+TEST_F(RequestsTest, TrusteeshipReportPassesItsResultOn) {
+    EXPECT_EQ(-1, noltDevSDK_special_report_trusteeship()); // the application cannot answer
+    SetRuntime(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, noltDevSDK_Trusteeship{"BASE01"});
+    SetSendResult(NOLTDEV_SDK_KERNEL_ERR_SEND);
+    EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_SEND_DATA_ERROR, noltDevSDK_special_report_trusteeship());
+    ASSERT_EQ(1u, SentCount());
+    EXPECT_EQ(12449u, SentMessages()[0].command);
+}
+
+TEST_F(RequestsTest, ResultMappingInitGuardAndRawPassThrough) {
+    EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT, Send(NOLTDEVSDK_SPECIAL_MSG_TO_SERVER_COUNT, nullptr));
+    EXPECT_EQ(-1, noltDevSDK_special_post_event(nullptr));
+    SetSendResult(NOLTDEV_SDK_KERNEL_ERR_SEND);
+    EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_SEND_MSG_ERROR, Send(1, &code_)); // refused by the kernel
+    char body[] = "<Response><Result>0</Result></Response>tail";
+    noltDevSDK_special_trans_cmd_msg msg = {body, 39, 0x1234, 1, 77};
+    EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_SEND_DATA_ERROR, noltDevSDK_special_send_msg_to_platform(&msg));
+    SetSendResult(0);
+    noltDevSDK_special_fini();
+    EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_NOT_INITED, Send(0, nullptr));
+    EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_NOT_INITED, noltDevSDK_special_report_flow_counting(&flow_));
+    EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_NOT_INITED, noltDevSDK_special_report_trusteeship());
+    EXPECT_EQ(0, noltDevSDK_special_send_msg_to_platform(&msg)); // raw messages need no init
+    EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM, noltDevSDK_special_send_msg_to_platform(nullptr));
+    std::vector<Sent> sent = SentMessages();
+    ASSERT_EQ(3u, sent.size());
+    EXPECT_EQ((std::vector<uint32_t>{kDomain, 0x1234, 77, 1}),
+              (std::vector<uint32_t>{sent[2].domain, sent[2].command, sent[2].seq, sent[2].response}));
+    EXPECT_EQ("v1.0.0|" + std::string(body, 39), sent[2].version + "|" + sent[2].body);
+}
+
+} // namespace

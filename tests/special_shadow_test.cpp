@@ -1,0 +1,130 @@
+// Trusteeship deletion through the host shadow service, as the platform drives it.
+#include <cstdlib>
+
+#include "special_fixture.h"
+
+using namespace special_test;
+
+namespace {
+
+typedef noltDevSDK_Special_DelTrusteeship_S Block;
+typedef noltDevSDK_Special_DelTrusteeship_Param_S Unit;
+
+class ShadowTrusteeshipTest : public SpecialFixture {
+  protected:
+    void SetUp() override {
+        SpecialFixture::SetUp();
+        ASSERT_EQ(0, Init());
+    }
+    int Deliver(int type, const std::string &text) {
+        return noltdev_host_shadow_deliver(kDomain, "Trusteeship", type, text.c_str(), (int)text.size());
+    }
+    // The application answers type 9 with a malloc'ed block of these results (channels
+    // 1, 2, ...), claiming usNum units and giving len (0: not given).
+    void SetResults(std::vector<char> results, unsigned short usNum, int len) {
+        SetRuntimeHook(9, [=](noltDevSDK_special_runtime_info *info) {
+            Block *b = (Block *)calloc(1, sizeof(Block) + results.size() * sizeof(Unit));
+            b->uiVersion = 7;
+            b->usNum = usNum;
+            for (size_t i = 0; i < results.size(); ++i) {
+                b->astUnit[i] = Unit{int(i + 1), "", "", results[i], "", ""};
+            }
+            info->data = b;
+            info->len = len;
+            return 0;
+        });
+    }
+    // Reads the key through a buffer of buf_size bytes (0: the default) as
+    // "result type version text", the JSON text minified unless asked raw.
+    std::string Read(int buf_size, bool raw = false) {
+        char out[4096] = {};
+        int type = -1;
+        uint32_t version = 0;
+        int rc = noltdev_host_shadow_read(kDomain, "Trusteeship", buf_size, out, sizeof out, &type, &version);
+        if (!raw) {
+            cJSON_Minify(out);
+        }
+        return std::to_string(rc) + " " + std::to_string(type) + " " + std::to_string(version) + " " + out;
+    }
+};
+
+TEST_F(ShadowTrusteeshipTest, InitStartsTheServiceTwiceAndFiniStopsIt) {
+    EXPECT_EQ(2, noltdev_host_shadow_reg_count());
+    noltDevSDK_special_fini();
+    EXPECT_EQ(-1, Deliver(4, R"([{"channel":1,"subserial":"S1","baseserial":"B1"}])"));
+}
+
+TEST_F(ShadowTrusteeshipTest, CommandReachesTheApplicationAsOneBlock) {
+    SetRecvResult(6, 5);
+    EXPECT_EQ(5, Deliver(4, R"([{"channel":3,"subserial":"SUB-0123456789abcdef","baseserial":"B1"},
+                                {"channel":4,"subserial":"S2","baseserial":"B2","newbase":"N2","pwd":"key"}])"));
+    std::vector<Delivery> d = Deliveries();
+    ASSERT_EQ(1u, d.size());
+    ASSERT_EQ((std::vector<int>{6, int(sizeof(Block) + 2 * sizeof(Unit))}),
+              (std::vector<int>{d[0].type, d[0].len}));
+    const Block *b = reinterpret_cast<const Block *>(d[0].bytes.data());
+    auto unit = [b](int i) {
+        const Unit &u = b->astUnit[i];
+        return std::to_string(u.iChannel) + " " + u.acSubserial + " " + u.acBaseserial + " " +
+               u.acNewShipSerial + " " + u.acNewShipKey;
+    };
+    EXPECT_EQ(2, b->usNum);
+    EXPECT_EQ("3 SUB-0123456789a B1  ", unit(0)); // serials keep 15 characters
+    EXPECT_EQ("4 S2 B2 N2 key", unit(1));
+    EXPECT_TRUE(HasLog(1, "Failed to ParseSync_DelTrusteeship while in recv_msg.\n"));
+}
+
+TEST_F(ShadowTrusteeshipTest, BadCommandsDeliverNothing) {
+    struct Row {
+        int type;
+        const char *text, *log;
+    } rows[] = {
+        {4, R"([{"subserial":"S1","baseserial":"B1"},{"subserial":"S2"}])",
+         "Failed to find item:baseserial\n"},
+        {3, R"([{"subserial":"S1","baseserial":"B1"}])", " pValue type err.\n"},
+        {4, R"({"subserial":"S1"})", "Value String is not json array\n"},
+        {4, "[]", "Array value, item num is empty\n"},
+        {4, "[{", "Failed to bscJSON_Parse:[{\n"},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.text);
+        EXPECT_EQ(-1, Deliver(row.type, row.text));
+        EXPECT_TRUE(HasLog(1, row.log));
+    }
+    EXPECT_TRUE(Deliveries().empty());
+}
+
+TEST_F(ShadowTrusteeshipTest, ResultsGoBackAsAnArray) {
+    const int two = int(sizeof(Block) + 2 * sizeof(Unit));
+    struct Row {
+        std::vector<char> results;
+        unsigned short usNum;
+        int len, buf_size;
+        std::string read;
+    } rows[] = {
+        {{0, 1, -1},
+         3,
+         0,
+         0,
+         R"(0 4 7 [{"channel":1,"result":0},{"channel":2,"result":-1},{"channel":3,"result":-1}])"},
+        {{1, 0},
+         9,
+         two,
+         0,
+         R"(0 4 7 [{"channel":1,"result":-1},{"channel":2,"result":0}])"}, // usNum past the block
+        {{}, 0, 0, 0, R"(0 4 7 [{"channel":0}])"},
+        {{}, 0, 0, 8, "0 6 7 "}, // too small a buffer: the value is left as it was
+    };
+    for (const Row &row : rows) {
+        SetResults(row.results, row.usNum, row.len);
+        EXPECT_EQ(row.read, Read(row.buf_size));
+    }
+    EXPECT_EQ("0 4 7 [{\n\t\t\"channel\":\t0\n\t}]", Read(0, true)); // printed formatted
+    SetRuntimeHook(9, [](noltDevSDK_special_runtime_info *info) {
+        info->data = malloc(64); // refused, yet the block is the module's to free
+        return NOLTDEVSDK_SPECIAL_CODE_FAIL;
+    });
+    EXPECT_EQ(std::to_string(NOLTDEVSDK_SPECIAL_CODE_FAIL) + " 6 0 ", Read(0));
+}
+
+} // namespace

@@ -1,0 +1,25 @@
+// Runs a checked scenario: the module is loaded inside the host SDK (kernel message
+// thread, report-status service in step mode, shadow service) with the demo device
+// as its application, and every step, message and callback goes to the transcript.
+#pragma once
+
+#include <string>
+
+#include "scenario.h"
+#include "transcript.h"
+
+namespace sim {
+
+enum class RuntimeShow { All, Changes, None };
+
+struct RunOptions {
+    int log_level = 0;                          // module log lines up to this level go to the transcript
+    RuntimeShow runtime = RuntimeShow::Changes; // which get_runtime_info answers to show
+    int answer_timeout_ms = 3000;               // how long "wait" waits for a custom-voice answer
+};
+
+// Returns 0, or 1 when the module could not be started.
+int RunScenario(const Scenario &scenario, const std::string &file, Transcript &out,
+                const RunOptions &options);
+
+} // namespace sim

@@ -1,0 +1,217 @@
+/* The scalar setting statuses: the key-value family (ICR, linkage mode, battery work
+ * mode, network work mode, one-click mute), battery work status, ring type, speaker
+ * configuration, and the flow-counting configuration reported only on demand. */
+#include <stddef.h>
+#include <stdio.h>
+#include <string.h>
+
+#include "consts.h"
+#include "log_ctrl.h"
+#include "noltDevSDK_special_def.h"
+#include "special.h"
+#include "special_bus.h"
+#include "special_status.h"
+#include "special_status_common.h"
+
+static int g_key_value[1] = {-1};
+static int linkage_mode_status = -1;
+static noltDevSDK_special_battery_work_mode g_battery_work_mode = {-1};
+static noltDevSDK_special_net_work_mode g_net_work_mode = {-1};
+static noltDevSDK_special_one_click_mute g_one_click_mute = {-1};
+/* starts at {-1, -1, 0} but resets to zeros: an all-zero status is reported at the first
+ * poll only, and {-1, -1, 0} is not reported at the first poll */
+static noltDevSDK_special_battery_workstatus g_battery_workstatus = {-1, -1, 0};
+static const noltDevSDK_special_battery_workstatus kWorkStatusReset = {0, 0, 0};
+/* starts and resets at zero, so an all-zero ring type is reported only when forced */
+static noltDevSDK_special_ring_type g_ring_type = {0, 0, 0};
+static const noltDevSDK_special_ring_type kRingTypeReset = {0, 0, 0};
+static noltDevSDK_special_speaker_config g_speaker_config = {-1, -1, -1, -1};
+
+/* ---- the key-value family: one int sent as "Status" Type/Value ---------------------- */
+
+namespace {
+struct KeyValueItem {
+    SpecialWatch watch;
+    const char *status_type; /* the platform's setting key */
+};
+} // namespace
+
+static const KeyValueItem kICR = {SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_KEY_VALUE, 0,
+                                                    noltDevSDK_special_key_value, value, g_key_value[0],
+                                                    "ICR CHANGED\n"),
+                                  "ICR"};
+static const KeyValueItem kLinkage = {
+    SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_LINKAGE_MODE_STATUS, 0, noltDevSDK_linkage_mode_status,
+                      enable, linkage_mode_status, "linkage_mode_status is changed\n"),
+    "Route_LinkageStatus"};
+static const KeyValueItem kWorkMode = {SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_MODE, 0,
+                                                         noltDevSDK_special_battery_work_mode, mode,
+                                                         g_battery_work_mode.mode, "work mode is changed\n"),
+                                       "batteryCameraWorkMode"};
+static const KeyValueItem kNetWorkMode = {
+    SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_NET_WORK_MODE, 0, noltDevSDK_special_net_work_mode, mode,
+                      g_net_work_mode.mode, "net work mode is changed\n"),
+    "networkingMode"};
+static const KeyValueItem kOneClickMute = {
+    SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_ONE_CLICK_MUTE, 0, noltDevSDK_special_one_click_mute,
+                      enable, g_one_click_mute.enable, "one click mute is changed\n"),
+    "OneClickMute"};
+
+static int ReportKeyValueItem(const KeyValueItem &item) {
+    return SpecialStatusReportInt(item.status_type, *static_cast<const int *>(item.watch.cache));
+}
+
+SPECIAL_STATUS_TRIO(noltDevSDK_special_key_value, SpecialICRIsChanged, SpecialReportKeyValue,
+                    SpecialKeyValueReset, kICR, ReportKeyValueItem)
+
+/* only the enable value is watched; the time and serials the application fills are not */
+SPECIAL_STATUS_TRIO(noltDevSDK_linkage_mode_status, SpecialLinkageModeStatusIsChanged,
+                    SpecialReportLinkageModeStatus, SpecialLinkageModeStatusReset, kLinkage,
+                    ReportKeyValueItem)
+
+SPECIAL_STATUS_TRIO(noltDevSDK_special_battery_work_mode, SpecialBatteryWorkModeIsChanged,
+                    SpecialReportBatteryWorkMode, SpecialBatteryWorkModeReset, kWorkMode, ReportKeyValueItem)
+
+SPECIAL_STATUS_TRIO(noltDevSDK_special_net_work_mode, SpecialNetWorkModeIsChanged, SpecialReportNetWorkMode,
+                    SpecialNetWorkModeReset, kNetWorkMode, ReportKeyValueItem)
+
+SPECIAL_STATUS_TRIO(noltDevSDK_special_one_click_mute, SpecialOneClickMuteIsChanged,
+                    SpecialReportOneClickMute, SpecialOneClickMuteReset, kOneClickMute, ReportKeyValueItem)
+
+/* ---- battery work status: a hand-made JSON text ------------------------------------- */
+
+static const SpecialWatch kWorkStatus =
+    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS, g_battery_workstatus,
+                         kWorkStatusReset, LOG_ERROR, "work status is changed\n");
+
+int SpecialBatteryWorkStatusIsChanged(void) {
+    return SpecialStatusDetect<noltDevSDK_special_battery_workstatus>(kWorkStatus);
+}
+
+int SpecialReportBateryWorkStatus(int) {
+    char text[256];
+    snprintf(text, sizeof text, "{\"KeepAlive\":%d,\"WorkTime\":%d,\"SpecialBusiness\":%d}",
+             g_battery_workstatus.keep_alive, g_battery_workstatus.work_time,
+             g_battery_workstatus.special_business);
+    return SpecialStatusReportValue("Battery_WorkStatus", text);
+}
+
+int SpecialBateryWorkStatusReset(void) {
+    return SpecialStatusReset(kWorkStatus);
+}
+
+/* ---- ring type: compact JSON ------------------------------------------------------------ */
+
+static const SpecialWatch kRingType = SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND, g_ring_type,
+                                                           kRingTypeReset, LOG_ERROR, "ring type changed\n");
+
+static bool RingTypeBody(CMarkupSTL *doc, const void *, int *result) {
+    const SpecialJsonMember members[] = {{"Type", NULL, g_ring_type.type},
+                                         {"CustomRingIndex", NULL, g_ring_type.index},
+                                         {"Volume", NULL, g_ring_type.vol}};
+    SpecialStatusAddStatus(doc, "device_bell", NULL);
+    return SpecialStatusJsonValue(doc, members, SPECIAL_COUNT_OF(members), false,
+                                  "[SpecialReportRingType] create json failed.\n",
+                                  "[SpecialReportRingType ]convert json to string faild\n", result);
+}
+
+int SpecialRingTypeIsChanged(void) {
+    return SpecialStatusDetect<noltDevSDK_special_ring_type>(kRingType);
+}
+int SpecialReportRingType(int) {
+    return SpecialStatusReport(kPu2CenPltReportKeyValueReq, RingTypeBody, NULL);
+}
+int SpecialRingTypeReset(void) {
+    return SpecialStatusReset(kRingType);
+}
+
+/* ---- speaker configuration: each field watched and logged by itself ---------------------- */
+
+#define SPEAKER_WATCH(field, change_log)                                                                     \
+    SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_SPEAKER_CONFIG, 0,                                   \
+                      noltDevSDK_special_speaker_config, field, g_speaker_config.field, change_log)
+
+static const SpecialWatch kSpeakerFields[] = {
+    SPEAKER_WATCH(ring_enable, "ring_enable is changed\n"),
+    SPEAKER_WATCH(ring_index, "ring_index is changed\n"),
+    SPEAKER_WATCH(intel_enable, "intel_enable is changed\n"),
+    /* the platform's log has no line of its own for the index: it shares the enable's */
+    SPEAKER_WATCH(intel_index, "intel_enable is changed\n"),
+};
+
+int SpecialSpeakerConfigIsChanged(void) {
+    noltDevSDK_special_speaker_config fresh;
+    int verdict;
+    if (!SpecialStatusAsk(NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_SPEAKER_CONFIG, &fresh, sizeof fresh, &verdict)) {
+        return verdict;
+    }
+    int changed = 0;
+    for (size_t i = 0; i < SPECIAL_COUNT_OF(kSpeakerFields); i++) {
+        changed |= SpecialStatusKeep(kSpeakerFields[i], &fresh);
+    }
+    return changed;
+}
+
+static bool SpeakerConfigBody(CMarkupSTL *doc, const void *, int *result) {
+    const SpecialJsonMember members[] = {{"RingSwitch", NULL, g_speaker_config.ring_enable},
+                                         {"RingIndex", NULL, g_speaker_config.ring_index},
+                                         {"IntelligentSwitch", NULL, g_speaker_config.intel_enable},
+                                         {"IntelligentIndex", NULL, g_speaker_config.intel_index}};
+    SpecialStatusAddStatus(doc, "SpeakerConfig", NULL);
+    /* failures here are silent, and the report says 0 whatever happens */
+    return SpecialStatusJsonValue(doc, members, SPECIAL_COUNT_OF(members), true, NULL, NULL, result);
+}
+
+/* Always 0, whatever the send gives. */
+int SpecialReportSpeakerConfig(int) {
+    SpecialStatusReport(kPu2CenPltReportKeyValueReq, SpeakerConfigBody, NULL);
+    return 0;
+}
+
+int SpecialSpeakerConfigReset(void) {
+    for (size_t i = 0; i < SPECIAL_COUNT_OF(kSpeakerFields); i++) {
+        SpecialStatusReset(kSpeakerFields[i]);
+    }
+    return 0;
+}
+
+/* ---- flow-counting configuration: read afresh, only when forced ---------------------- */
+
+/* An element whose "X1", "Y1", "X2", "Y2" attributes are the two end points of a line. */
+static void AddLine(CMarkupSTL *doc, const char *name, const float (&points)[4]) {
+    static const char *const kKeys[4] = {"X1", "Y1", "X2", "Y2"};
+    char text[64];
+    doc->AddElem(name);
+    for (int i = 0; i < 4; i++) {
+        doc->SetAttrib(kKeys[i], FloatToChar(points[i], text));
+    }
+}
+
+static bool FlowCountConfigBody(CMarkupSTL *doc, const void *ctx, int *) {
+    const noltDevSDK_special_flow_counting_cfg *cfg =
+        static_cast<const noltDevSDK_special_flow_counting_cfg *>(ctx);
+    const float cross[4] = {cfg->cross_line_x1, cfg->cross_line_y1, cfg->cross_line_x2, cfg->cross_line_y2};
+    const float vector[4] = {cfg->vector_line_x1, cfg->vector_line_y1, cfg->vector_line_x2,
+                             cfg->vector_line_y2};
+    doc->AddElem("Type", "FlowCountConfig");
+    doc->AddElem("Params");
+    doc->IntoElem();
+    doc->AddElem("Position", cfg->angle_vectical);
+    AddLine(doc, "Line", cross);
+    AddLine(doc, "Direction", vector);
+    return true;
+}
+
+/* Never a change: the item goes out only when a report is forced. */
+int SpecialFlowCountConfigIsChanged(void) {
+    return 0;
+}
+
+int SpecialReportFlowCountConfig(int) {
+    noltDevSDK_special_flow_counting_cfg cfg;
+    int verdict;
+    if (!SpecialStatusAsk(NOLTDEVSDK_SPECIAL_ON_GET_FLOW_COUNTING_CFG, &cfg, sizeof cfg, &verdict)) {
+        return -1;
+    }
+    return SpecialStatusReport(kPu2CenPltReportFlowCountConfigFReq, FlowCountConfigBody, &cfg);
+}
