@@ -62,7 +62,7 @@ run time (and "bounded" have a known ceiling).
 Reproduce (as root on Debian 12; installs the cross toolchain when missing):
 
 ```
-scripts/footprint.sh
+scripts/footprint.sh          # prints the report; --doc rewrites this page with it
 ```
 
 DOC
