@@ -1,19 +1,28 @@
 // The benchmarks' steady device: every record filled once with plausible values.
 #include "bench_app.h"
 
+#include <condition_variable>
 #include <cstring>
+#include <mutex>
 
 #include "noltdev_host.h"
 
 namespace special_bench {
 
 namespace {
+// The sink runs on the sender's thread (the custom-voice worker among them).
+std::mutex g_sent_mu;
+std::condition_variable g_sent_cv;
 std::string g_last;
 size_t g_bytes = 0;
+uint64_t g_messages = 0;
 
 int Sink(const noltdev_host_message *msg, void *) {
+    std::lock_guard<std::mutex> lock(g_sent_mu);
     g_last.assign(msg->body, msg->body_len);
     g_bytes += msg->body_len;
+    ++g_messages;
+    g_sent_cv.notify_all();
     return 0;
 }
 
@@ -149,11 +158,24 @@ void Start() {
     noltdev_host_report_poll(); // the caches take the steady values once
 }
 
-const std::string &LastSent() {
+std::string LastSent() {
+    std::lock_guard<std::mutex> lock(g_sent_mu);
     return g_last;
 }
+
 size_t SentBytes() {
+    std::lock_guard<std::mutex> lock(g_sent_mu);
     return g_bytes;
+}
+
+uint64_t SentMessages() {
+    std::lock_guard<std::mutex> lock(g_sent_mu);
+    return g_messages;
+}
+
+void WaitSentMoreThan(uint64_t count) {
+    std::unique_lock<std::mutex> lock(g_sent_mu);
+    g_sent_cv.wait(lock, [count] { return g_messages > count; });
 }
 
 } // namespace special_bench

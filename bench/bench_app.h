@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -25,8 +26,11 @@ const std::vector<Query> &PollQueries();
 void Start();
 // The steady device's get_runtime_info (also used by the floors).
 int GetRuntimeInfo(noltDevSDK_special_runtime_info *info);
-// Size and text of the last message sent.
-const std::string &LastSent();
+// The text of the last message sent, the bytes and the messages sent so far.
+std::string LastSent();
 size_t SentBytes();
+uint64_t SentMessages();
+// Blocks until more than count messages have been sent (answers from worker threads).
+void WaitSentMoreThan(uint64_t count);
 
 } // namespace special_bench

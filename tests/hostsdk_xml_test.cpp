@@ -1,7 +1,10 @@
 // The host SDK's XML cursor and the kernel's XML skeletons.
 #include <gtest/gtest.h>
 
+#include <climits>
+#include <cstdio>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "markupstl.h"
@@ -151,6 +154,37 @@ TEST(HostXml, LargeInputsDoNotCrash) {
     CMarkupSTL again(doc.GetDoc().c_str());
     ASSERT_TRUE(again.FindElem("a"));
     EXPECT_EQ(big, again.GetAttrib("big"));
+}
+
+TEST(HostXml, IntegersPrintAsPrintfPrintsThem) {
+    for (int value : {0, 7, -1, 10, -10, 1000000, INT_MAX, INT_MIN, -744910845}) {
+        char expected[16];
+        std::snprintf(expected, sizeof expected, "%d", value);
+        CMarkupSTL doc;
+        ASSERT_TRUE(doc.AddElem("e", value) && doc.SetAttrib("a", value));
+        EXPECT_EQ(std::string("<e a=\"") + expected + "\">" + expected + "</e>", doc.GetDoc());
+    }
+}
+
+// Cursor states are reused on a thread: a new cursor starts empty whatever the one before
+// it held, on the main thread and on a short-lived one.
+TEST(HostXml, NewCursorStartsEmptyAfterAnyEarlierCursor) {
+    auto check = [] {
+        for (const char *before : {"{\"json\":1}", "<a><b>1</b></a>", "", "<a>"}) {
+            {
+                CMarkupSTL earlier(before);
+                earlier.AddElem("Added", "x");
+            }
+            CMarkupSTL doc;
+            EXPECT_EQ("", doc.GetDoc()) << before;
+            EXPECT_FALSE(doc.FindElem()) << before;
+            EXPECT_TRUE(doc.SetDoc("<r/>")) << before;
+            EXPECT_EQ("<r></r>", doc.GetDoc()) << before;
+        }
+    };
+    check();
+    std::thread worker(check);
+    worker.join();
 }
 
 } // namespace

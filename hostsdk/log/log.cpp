@@ -1,5 +1,6 @@
 // The debug log: formats each line once, hands it to the installed hook whatever the
 // level, and writes it to standard error when its level is at or below the threshold.
+// A line that neither would take is not formatted at all.
 #include <atomic>
 #include <cstdarg>
 #include <cstdio>
@@ -31,6 +32,8 @@ std::atomic<int> g_threshold{LevelFromEnvironment()};
 std::recursive_mutex g_mu;
 noltdev_host_log_hook_fn g_hook = nullptr;
 void *g_hook_user = nullptr;
+// Whether a hook is installed, read without the lock by the check that skips a line.
+std::atomic<bool> g_has_hook{false};
 
 const char *LevelName(int level) {
     switch (level) {
@@ -47,9 +50,13 @@ const char *LevelName(int level) {
     }
 }
 
-void Emit(int level, const char *line, int len) {
+bool Printed(int level) {
     int threshold = g_threshold.load();
-    bool print = threshold > 0 && level <= threshold;
+    return threshold > 0 && level <= threshold;
+}
+
+void Emit(int level, const char *line, int len) {
+    bool print = Printed(level);
     std::lock_guard<std::recursive_mutex> lock(g_mu);
     if (g_hook != nullptr) {
         g_hook(level, line, g_hook_user);
@@ -65,7 +72,7 @@ void Emit(int level, const char *line, int len) {
 extern "C" {
 
 void noltdev_debug(int level, const char *fmt, ...) {
-    if (fmt == nullptr) {
+    if (fmt == nullptr || (!g_has_hook.load() && !Printed(level))) {
         return;
     }
     char stack[512];
@@ -91,6 +98,7 @@ void noltdev_host_set_log_hook(noltdev_host_log_hook_fn fn, void *user) {
     std::lock_guard<std::recursive_mutex> lock(g_mu);
     g_hook = fn;
     g_hook_user = user;
+    g_has_hook = fn != nullptr;
 }
 
 void noltdev_host_set_log_level(int level) {

@@ -46,13 +46,14 @@ void ReportPoller::ReleaseItems() {
 
 int ReportPoller::RunPoll() {
     InItems scope;
-    registry_.Snapshot(&poll_entries_);
+    registry_.Refresh(&poll_entries_, &poll_seen_);
     int reported = 0;
     for (const ReportEntry &e : poll_entries_) {
         if (!e.item->live) {
             continue; // unregistered by an earlier item function of this poll
         }
-        if (e.item->forced.exchange(false)) {
+        // a plain read first: an unforced item costs no read-modify-write
+        if (e.item->forced.load(std::memory_order_relaxed) && e.item->forced.exchange(false)) {
             e.fn.report(1);
             ++reported;
         } else if (e.fn.is_changed != nullptr && e.fn.is_changed() == 1) {
@@ -60,7 +61,6 @@ int ReportPoller::RunPoll() {
             ++reported;
         }
     }
-    poll_entries_.clear(); // keeps the storage, lets go of the items
     return reported;
 }
 

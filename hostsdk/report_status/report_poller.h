@@ -45,7 +45,10 @@ class ReportPoller {
     void JoinLocked(); // stops and joins the thread; control_mu_ held
 
     ReportRegistry &registry_;
-    std::vector<ReportEntry> poll_entries_; // used by one poll at a time
+    // The items as the last poll saw them, kept between polls and brought up to date
+    // when the registry changes; used by one poll at a time.
+    std::vector<ReportEntry> poll_entries_;
+    uint64_t poll_seen_ = 0;
 
     std::mutex mu_; // guards busy_, stop_ and period_ms_
     std::condition_variable cv_;

@@ -28,6 +28,7 @@ int ReportRegistry::Register(const noltDevSDK_report_status_info &info) {
     item->fn.is_changed = info.status_is_changed;
     item->fn.report = info.report_status;
     item->fn.reset = info.status_reset;
+    ++version_;
     return 0;
 }
 
@@ -39,6 +40,7 @@ int ReportRegistry::Unregister(uint32_t id) {
     }
     (*it)->live = false;
     items_.erase(it);
+    ++version_;
     return 0;
 }
 
@@ -58,14 +60,28 @@ void ReportRegistry::Clear() {
         item->live = false;
     }
     items_.clear();
+    ++version_;
 }
 
 void ReportRegistry::Snapshot(std::vector<ReportEntry> *out) const {
     std::lock_guard<std::mutex> lock(mu_);
+    Snapshot(out, lock);
+}
+
+void ReportRegistry::Snapshot(std::vector<ReportEntry> *out, const std::lock_guard<std::mutex> &) const {
     out->clear();
     for (const ReportItemPtr &item : items_) {
         out->push_back(ReportEntry{item, item->fn});
     }
+}
+
+void ReportRegistry::Refresh(std::vector<ReportEntry> *out, uint64_t *seen) const {
+    if (version_.load() == *seen) {
+        return;
+    }
+    std::lock_guard<std::mutex> lock(mu_);
+    Snapshot(out, lock);
+    *seen = version_.load();
 }
 
 int ReportRegistry::Ids(uint32_t *ids, int max) const {

@@ -46,6 +46,9 @@ class ReportRegistry {
     // Replaces out with the items as they stand, in registration order (reusing its
     // storage, so that a steady poll does not allocate).
     void Snapshot(std::vector<ReportEntry> *out) const;
+    // Brings out up to date when the registry changed since *seen (0: never seen) and
+    // sets *seen; a steady poll then neither locks nor touches the items' counts.
+    void Refresh(std::vector<ReportEntry> *out, uint64_t *seen) const;
     // Copies at most max ids and returns how many it copied; without room (ids NULL or
     // max <= 0) returns how many items are registered.
     int Ids(uint32_t *ids, int max) const;
@@ -54,10 +57,13 @@ class ReportRegistry {
   private:
     using Items = std::vector<ReportItemPtr>;
     Items::const_iterator PositionLocked(uint32_t id) const;
+    void Snapshot(std::vector<ReportEntry> *out, const std::lock_guard<std::mutex> &held) const;
     ReportItemPtr FindLocked(uint32_t id) const;
 
     mutable std::mutex mu_;
     Items items_;
+    // Changed (under mu_) by every registration, unregistration and clear.
+    std::atomic<uint64_t> version_{1};
 };
 
 } // namespace noltdev_host

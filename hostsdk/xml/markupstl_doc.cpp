@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "markupstl_impl.h"
+#include "markupstl_spares.h"
 
 namespace {
 
@@ -64,26 +65,31 @@ class AppendWriter : public pugi::xml_writer {
 
 } // namespace
 
-CMarkupSTL::CMarkupSTL() : m_impl(new Impl) {}
+CMarkupSTL::CMarkupSTL() : m_impl(noltdev_xml::Spares<Impl>::Take()) {}
 
-CMarkupSTL::CMarkupSTL(const char *text) : m_impl(new Impl) {
+CMarkupSTL::CMarkupSTL(const char *text) : m_impl(noltdev_xml::Spares<Impl>::Take()) {
     SetDoc(text);
 }
 
 CMarkupSTL::~CMarkupSTL() {
-    delete m_impl;
+    noltdev_xml::Spares<Impl>::Give(m_impl);
 }
 
 bool CMarkupSTL::SetDoc(const char *text) {
-    m_impl->Clear();
+    Impl &m = *m_impl;
+    m.Clear();
     if (text == nullptr) {
         return false;
     }
-    pugi::xml_parse_result parsed = m_impl->doc.load_string(text, kParseFlags);
-    if (!parsed || !IsOneDocument(m_impl->doc)) {
-        m_impl->doc.reset();
-        m_impl->raw = true;
-        m_impl->raw_text = text;
+    // Parsed in a copy the state keeps, so that no buffer is allocated per document.
+    size_t len = std::strlen(text);
+    m.text.assign(text, len);
+    pugi::xml_parse_result parsed =
+        m.doc.load_buffer_inplace(&m.text[0], len, kParseFlags, pugi::encoding_utf8);
+    if (!parsed || !IsOneDocument(m.doc)) {
+        m.doc.reset();
+        m.raw = true;
+        m.text.assign(text, len); // the parse wrote into the copy
         return false;
     }
     return true;
@@ -97,7 +103,7 @@ std::string CMarkupSTL::GetDoc() const {
 
 void CMarkupSTL::GetDocInto(std::string &out) const {
     if (m_impl->raw) {
-        out += m_impl->raw_text;
+        out += m_impl->text;
         return;
     }
     AppendWriter writer(out);

@@ -2,7 +2,6 @@
 // cursor, shared by the files that implement the class.
 #pragma once
 
-#include <cstdio>
 #include <pugixml.hpp>
 #include <string>
 
@@ -10,9 +9,10 @@
 
 struct CMarkupSTL::Impl {
     pugi::xml_document doc;
-    // Set when the text given to SetDoc was not one XML document; GetDoc returns it.
+    // The text given to SetDoc: parsed in place (the document points into it), or, when
+    // it was not one XML document, kept as it came (raw) for GetDoc to return.
+    std::string text;
     bool raw = false;
-    std::string raw_text;
     // The level being walked (the document node at top level) and its main element
     // (null when there is none yet).
     pugi::xml_node parent;
@@ -29,7 +29,7 @@ struct CMarkupSTL::Impl {
     void Clear() {
         doc.reset();
         raw = false;
-        raw_text.clear();
+        text.clear();
         ResetPos();
     }
 };
@@ -53,10 +53,25 @@ inline bool IsXmlName(const char *name) {
     return true;
 }
 
-// An int as the cursor writes it ("%d").
+// An int as the cursor writes it ("%d"), without going through printf; used as a
+// temporary (text points into the object).
 struct IntText {
-    char text[16];
-    explicit IntText(int value) { std::snprintf(text, sizeof text, "%d", value); }
+    char digits[12];
+    const char *text;
+    explicit IntText(int value) {
+        unsigned int rest =
+            value < 0 ? 0u - static_cast<unsigned int>(value) : static_cast<unsigned int>(value);
+        char *p = digits + sizeof digits - 1;
+        *p = '\0';
+        do {
+            *--p = static_cast<char>('0' + rest % 10);
+            rest /= 10;
+        } while (rest != 0);
+        if (value < 0) {
+            *--p = '-';
+        }
+        text = p;
+    }
 };
 
 } // namespace noltdev_xml

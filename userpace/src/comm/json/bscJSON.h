@@ -30,5 +30,6 @@ typedef cJSON bscJSON;
 #define bscJSON_AddItemToObject cJSON_AddItemToObject
 #define bscJSON_AddStringToObject cJSON_AddStringToObject
 #define bscJSON_AddNumberToObject cJSON_AddNumberToObject
+#define bscJSON_AddRawToObject cJSON_AddRawToObject
 
 #endif

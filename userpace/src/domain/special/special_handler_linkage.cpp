@@ -8,6 +8,7 @@
 #include "noltdev_sdk_kernel_struct.h"
 #include "special.h"
 #include "special_handler_util.h"
+#include "special_json.h"
 
 int SpecialSetLinkageModeStatusReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp;
@@ -112,8 +113,8 @@ int SpecialProwlDriveOutReq(CMarkupSTL *req, CMarkupSTL *rsp) {
 
     /* a notification: the platform is told "success" whatever the application said */
     bscJSON_AddStringToObject(answer, "devSerial", noltdev_sdk_kernel_getdevinfo_bykey("dev_subserial"));
-    bscJSON_AddNumberToObject(answer, "channel", channel);
-    bscJSON_AddNumberToObject(answer, "resultCode", 1);
+    SpecialJsonAddInt(answer, "channel", channel);
+    SpecialJsonAddInt(answer, "resultCode", 1);
     bscJSON_AddStringToObject(answer, "resultMsg", "success");
     char *text = bscJSON_Print(answer);
     if (text != NULL) {

@@ -11,6 +11,7 @@
 #include "log_ctrl.h"
 #include "special.h"
 #include "special_bus.h"
+#include "special_json.h"
 
 typedef noltDevSDK_Special_DelTrusteeship_S SpecialDelBlock;
 typedef noltDevSDK_Special_DelTrusteeship_Param_S SpecialDelUnit;
@@ -151,7 +152,7 @@ static bscJSON *SpecialAppendChannel(bscJSON *array, int channel) {
         return NULL;
     }
     bscJSON_AddItemToArray(array, obj);
-    bscJSON_AddNumberToObject(obj, "channel", channel);
+    SpecialJsonAddInt(obj, "channel", channel);
     return obj;
 }
 
@@ -169,7 +170,7 @@ static char *SpecialPrintDelResults(const SpecialDelBlock *block, unsigned int c
             bscJSON_Delete(array);
             return NULL;
         }
-        bscJSON_AddNumberToObject(obj, "result", block->astUnit[i].cResult != 0 ? -1 : 0);
+        SpecialJsonAddInt(obj, "result", block->astUnit[i].cResult != 0 ? -1 : 0);
     }
     if (count == 0 && SpecialAppendChannel(array, 0) == NULL) {
         bscJSON_Delete(array);

@@ -10,6 +10,7 @@
 #include "noltdev_sdk_kernel_struct.h"
 #include "special.h"
 #include "special_bus.h"
+#include "special_json.h"
 
 const int kSpecialNotSeen = -1;
 const char g_special_status_version[] = SPECIAL_CMD_VERSION;
@@ -117,7 +118,7 @@ bscJSON *SpecialStatusJsonObject(const SpecialJsonMember *members, size_t count)
         if (members[i].text != NULL) {
             bscJSON_AddStringToObject(obj, members[i].key, members[i].text);
         } else {
-            bscJSON_AddNumberToObject(obj, members[i].key, members[i].number);
+            SpecialJsonAddInt(obj, members[i].key, members[i].number);
         }
     }
     return obj;
