@@ -11,7 +11,7 @@ root=$(cd "$here/.." && pwd)
 cd "$root"
 
 bash scripts/install-armhf.sh >/dev/null
-build=build-armhf-release
+build="build-armhf-release"
 cmake --preset armhf-release >/dev/null
 cmake --build --preset armhf-release >/dev/null
 

@@ -4,7 +4,7 @@
 # conflict with the cross compiler.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-# shellcheck source=lib.sh
+# shellcheck source=scripts/lib.sh
 . "$here/lib.sh"
 
 if ! dpkg --print-foreign-architectures | grep -qx armhf; then

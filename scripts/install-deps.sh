@@ -2,7 +2,7 @@
 # Installs the host build, test and analysis packages that are missing (Debian 12, root).
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
-# shellcheck source=lib.sh
+# shellcheck source=scripts/lib.sh
 . "$here/lib.sh"
 
 apt_install_missing \

@@ -50,7 +50,7 @@ cmake --build "$out" -j2
 echo "== sample_app through pkg-config ($target)"
 pc_path=$stage/lib/pkgconfig
 if [ -n "$pc_libdir" ]; then
-    flags=$(PKG_CONFIG_PATH= PKG_CONFIG_LIBDIR="$pc_path:$pc_libdir" pkg-config --cflags --libs noltdev_host)
+    flags=$(PKG_CONFIG_PATH='' PKG_CONFIG_LIBDIR="$pc_path:$pc_libdir" pkg-config --cflags --libs noltdev_host)
 else
     flags=$(PKG_CONFIG_PATH="$pc_path" pkg-config --cflags --libs noltdev_host)
 fi
