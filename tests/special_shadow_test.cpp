@@ -125,7 +125,7 @@ TEST_F(ShadowTrusteeshipTest, ResultsGoBackAsAnArray) {
         int len, buf_size;
         std::string read;
     } rows[] = {
-        {{0, 1, -1},
+        {{0, 1, static_cast<char>(-1)},
          3,
          0,
          0,

@@ -25,6 +25,21 @@ TEST_F(StatusTest, InitialAndResetValuesDecideWhatPollingReports) {
     Status("device_bell", R"({"Type":0,"CustomRingIndex":0,"Volume":0})")(forced[0]);
 }
 
+// The count-first caches hold count -1 from load, so an application with no voices, no
+// held children and no powered children is reported once at the first poll.
+TEST_F(StatusTest, EmptyListsAreReportedAtTheFirstPollAfterLoad) {
+    ASSERT_EQ(0, Init());
+    SetRuntime(3, noltDevSDK_special_custom_voice_infos{});
+    SetRuntime(7, ChildList<noltDevSDK_trusteeship_subserial>{});
+    SetRuntime(8, ChildList<noltDevSDK_PowerStatus_subserial>{});
+    std::vector<uint32_t> commands;
+    for (const Sent &s : PollSent()) {
+        commands.push_back(s.command);
+    }
+    EXPECT_EQ((std::vector<uint32_t>{12382, 12358, 12450}), commands);
+    EXPECT_TRUE(PollSent().empty());
+}
+
 TEST_F(StatusTest, SpeakerLogsEachChangedFieldAndAlwaysReturnsZero) {
     ASSERT_EQ(0, Init());
     SetRuntime(18, noltDevSDK_special_speaker_config{1, 2, 0, 5});

@@ -131,9 +131,11 @@ std::string SetAndShow(DemoDevice &dev, const std::string &path, const std::stri
     std::string error;
     EXPECT_TRUE(DemoDevice::PrepareSet(path, value, &op, &error)) << error;
     dev.Set(op);
-    char *text = cJSON_PrintUnformatted(dev.GroupJson(*op.group));
+    cJSON *json = dev.GroupJson(*op.group);
+    char *text = cJSON_PrintUnformatted(json);
     std::string out = text;
     cJSON_free(text);
+    cJSON_Delete(json);
     return out;
 }
 
@@ -203,7 +205,9 @@ TEST(DeviceState, DeletionReleasesTheChildAndIsReadBackAsAFreshBlock) {
     EXPECT_EQ(answer->astUnit[1].cResult, 1);
     std::free(answer); // the module frees it in real life
 
-    char *children = cJSON_PrintUnformatted(dev.GroupJson(*DemoDevice::FindGroup("children")));
+    cJSON *json = dev.GroupJson(*DemoDevice::FindGroup("children"));
+    char *children = cJSON_PrintUnformatted(json);
+    cJSON_Delete(json);
     EXPECT_NE(std::string(children).find("\"num\":1"), std::string::npos) << children;
     EXPECT_EQ(std::string(children).find("CH0000000002"), std::string::npos);
     cJSON_free(children);

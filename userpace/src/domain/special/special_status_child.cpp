@@ -35,26 +35,30 @@ static_assert(offsetof(PowerList, entries) == offsetof(noltDevSDK_PowerStatus, s
               "the power list must lay out as the application's record");
 
 static noltDevSDK_Trusteeship g_trusteeship = {"000000000"};
-static ConnectList g_trusteeship_connect = {-1, {}};
-static PowerList g_power_status = {-1, {}};
+/* zero-filled at build time (no flash for the entries) and put in their not-seen state,
+ * count -1, as the library loads: see LoadChildLists */
+static ConnectList g_trusteeship_connect;
+static PowerList g_power_status;
 static noltDevSDK_special_associated_device_conn_status g_associated_device_conn_status = {-1, 0,  "", "",
                                                                                            "", "", "", ""};
 
-static const noltDevSDK_Trusteeship kTrusteeshipReset = {""};
-static const ConnectList kConnectReset = {-1, {}};
-static const PowerList kPowerReset = {-1, {}};
-static const noltDevSDK_special_associated_device_conn_status kAssociatedReset = {-1, 0,  "", "",
-                                                                                  "", "", "", ""};
-
-static const SpecialWatch kTrusteeship = SPECIAL_RECORD_WATCH(
-    NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, g_trusteeship, kTrusteeshipReset, LOG_ERROR, NULL);
-static const SpecialWatch kConnect = SPECIAL_RECORD_WATCH(
-    NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP_CONNECT, g_trusteeship_connect, kConnectReset, LOG_ERROR, NULL);
+static const SpecialWatch kTrusteeship =
+    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, g_trusteeship, 0, LOG_ERROR, NULL);
+static const SpecialWatch kConnect = SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP_CONNECT,
+                                                          g_trusteeship_connect, 1, LOG_ERROR, NULL);
 static const SpecialWatch kPower =
-    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_POWERSTATUS, g_power_status, kPowerReset, LOG_ERROR, NULL);
+    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_POWERSTATUS, g_power_status, 1, LOG_ERROR, NULL);
 static const SpecialWatch kAssociated =
     SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_ASSOCIATED_DEVICE_CONN_STATUS,
-                         g_associated_device_conn_status, kAssociatedReset, LOG_ERROR, NULL);
+                         g_associated_device_conn_status, 1, LOG_ERROR, NULL);
+
+/* Puts the two child lists in their not-seen state as the library loads. */
+static struct LoadChildLists {
+    LoadChildLists() {
+        SpecialStatusReset(kConnect);
+        SpecialStatusReset(kPower);
+    }
+} g_child_lists_load;
 
 /* The count-first rule: a different count is a change, then the first count entries are
  * compared. The count is kept as the application gives it; only the bytes touched stay

@@ -12,7 +12,6 @@
 #include "special_bus.h"
 #include "special_json.h"
 
-const int kSpecialNotSeen = -1;
 const char g_special_status_version[] = SPECIAL_CMD_VERSION;
 
 bool SpecialStatusAsk(int runtime_type, void *record, size_t size, int *verdict, int selector) {
@@ -51,7 +50,11 @@ int SpecialStatusKeep(const SpecialWatch &watch, const void *record) {
 }
 
 int SpecialStatusReset(const SpecialWatch &watch) {
-    memcpy(watch.cache, watch.not_seen, watch.size);
+    static const int not_seen = -1;
+    memset(watch.cache, 0, watch.size);
+    for (int i = 0; i < watch.not_seen_words; i++) {
+        memcpy(static_cast<char *>(watch.cache) + i * sizeof(int), &not_seen, sizeof not_seen);
+    }
     return 0;
 }
 

@@ -14,16 +14,13 @@
 /* Number of elements of a fixed array. */
 #define SPECIAL_COUNT_OF(array) (sizeof(array) / sizeof((array)[0]))
 
-/* The not-seen value of the caches that hold one int. */
-extern const int kSpecialNotSeen;
-
 /* How a change detector watches one item. */
 struct SpecialWatch {
     int runtime_type;       /* NOLTDEVSDK_SPECIAL_RUNTIME_INFO_TYPE_E to ask */
     int selector;           /* the record's leading int when asking (the switch type), else 0 */
     size_t offset;          /* where the watched bytes start in the record */
     void *cache;            /* the module's copy of the watched bytes */
-    const void *not_seen;   /* what the cache holds after a reset */
+    int not_seen_words;     /* after a reset the cache is zero but for this many leading ints, -1 */
     size_t size;            /* number of watched bytes */
     int log_level;          /* level of the change line */
     const char *change_log; /* the change line; NULL logs nothing */
@@ -31,13 +28,11 @@ struct SpecialWatch {
 
 /* Watches one int field of the record, kept in an int cache whose not-seen value is -1. */
 #define SPECIAL_INT_WATCH(runtime_type, selector, Record, field, cache, change_log)                          \
-    {                                                                                                        \
-        (runtime_type), (selector), offsetof(Record, field), &(cache), &kSpecialNotSeen, sizeof(int),        \
-            LOG_ERROR, (change_log)                                                                          \
-    }
-/* Watches a whole record kept in a cache of the same type. */
-#define SPECIAL_RECORD_WATCH(runtime_type, cache, not_seen, log_level, change_log)                           \
-    { (runtime_type), 0, 0, &(cache), &(not_seen), sizeof(cache), (log_level), (change_log) }
+    { (runtime_type), (selector), offsetof(Record, field), &(cache), 1, sizeof(int), LOG_ERROR, (change_log) }
+/* Watches a whole record kept in a cache of the same type; not_seen_words leading ints of
+ * the cache are -1 after a reset, the rest zero. */
+#define SPECIAL_RECORD_WATCH(runtime_type, cache, not_seen_words, log_level, change_log)                     \
+    { (runtime_type), 0, 0, &(cache), (not_seen_words), sizeof(cache), (log_level), (change_log) }
 
 /* Asks get_runtime_info for one record, zero-filled here and, when selector is not 0,
  * with selector as its leading int (the switch type). True when the application answered

@@ -22,16 +22,14 @@ static const int kPortPeriodMs = 3600 * 1000;
 static const long long kSignalStep = 5;
 
 static noltDevSDK_special_voddns_local_mapped_infos g_voddns_local_mapped_infos;
-static const noltDevSDK_special_voddns_local_mapped_infos kMappedReset = {"", "", {}};
 static int g_sp_port_report_count = 0;
 static struct timespec g_sp_init_report_time;
 static noltDevSDK_special_4G_Info_S g_st4GInfo;
-static const noltDevSDK_special_4G_Info_S k4GReset = {0, 0, 0, "", "", ""};
 
 /* ---- mapped ports ------------------------------------------------------------------------ */
 
-static const SpecialWatch kMapped = SPECIAL_RECORD_WATCH(
-    NOLTDEVSDK_SPECIAL_ON_GET_VODDNS_MAPPED_PORT, g_voddns_local_mapped_infos, kMappedReset, LOG_ERROR, NULL);
+static const SpecialWatch kMapped = SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_VODDNS_MAPPED_PORT,
+                                                         g_voddns_local_mapped_infos, 0, LOG_ERROR, NULL);
 
 static void TidyMapped(noltDevSDK_special_voddns_local_mapped_infos *infos) {
     SPECIAL_TERMINATE(infos->external_ip);
@@ -93,7 +91,7 @@ int SpecialVoddnsLocalMappedInfosReset(void) {
 /* ---- 4G information ------------------------------------------------------------------------ */
 
 static const SpecialWatch k4G =
-    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_4G_INFO, g_st4GInfo, k4GReset, LOG_ERROR, NULL);
+    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_4G_INFO, g_st4GInfo, 0, LOG_ERROR, NULL);
 
 int SpecialDev4GInfoIsChanged(void) {
     if (GetSpecialCallback()->get_runtime_info == NULL) {

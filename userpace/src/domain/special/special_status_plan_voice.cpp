@@ -15,16 +15,15 @@ static const int kSegments = 5;
 static const int kVoices = 16;
 
 static noltDevSDK_special_plan g_battery_work_mode_plan;
-/* after a reset the leading words are -1, so the next detection differs from any plan */
-static const noltDevSDK_special_plan kPlanReset = {-1, -1, -1, {}};
-static noltDevSDK_special_custom_voice_infos g_custom_voice_infos = {-1, {}};
-static const noltDevSDK_special_custom_voice_infos kCustomVoiceReset = {-1, {}};
+/* zero-filled at build time (no flash for 9.5 KB) and put in its not-seen state, num -1,
+ * as the library loads: see g_custom_voice_load */
+static noltDevSDK_special_custom_voice_infos g_custom_voice_infos;
 
 /* ---- work-mode plan -------------------------------------------------------------------- */
 
 static const SpecialWatch kPlan =
-    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN, g_battery_work_mode_plan, kPlanReset,
-                         LOG_DEBUG, "special work mode plan IsChanged\n");
+    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN, g_battery_work_mode_plan, 3, LOG_DEBUG,
+                         "special work mode plan IsChanged\n");
 
 static bool SegmentIsSet(const noltDevSDK_special_work_mode_time_segment &segment) {
     return segment.begin != 0 || segment.end != 0;
@@ -100,8 +99,13 @@ int SpecialBatteryWorkModePlanReset(void) {
 /* ---- custom voices: a JSON array under the key-value report ----------------------------- */
 
 static const SpecialWatch kCustomVoice =
-    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_CUSTOM_VOICE_INFOS, g_custom_voice_infos,
-                         kCustomVoiceReset, LOG_ERROR, "custom voice status is changed\n");
+    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_CUSTOM_VOICE_INFOS, g_custom_voice_infos, 1, LOG_ERROR,
+                         "custom voice status is changed\n");
+
+/* Puts the custom-voice cache in its not-seen state as the library loads. */
+static struct CustomVoiceLoad {
+    CustomVoiceLoad() { SpecialStatusReset(kCustomVoice); }
+} g_custom_voice_load;
 
 static void TidyCustomVoices(noltDevSDK_special_custom_voice_infos *infos) {
     for (int i = 0; i < kVoices; i++) {

@@ -21,10 +21,8 @@ static noltDevSDK_special_one_click_mute g_one_click_mute = {-1};
 /* starts at {-1, -1, 0} but resets to zeros: an all-zero status is reported at the first
  * poll only, and {-1, -1, 0} is not reported at the first poll */
 static noltDevSDK_special_battery_workstatus g_battery_workstatus = {-1, -1, 0};
-static const noltDevSDK_special_battery_workstatus kWorkStatusReset = {0, 0, 0};
 /* starts and resets at zero, so an all-zero ring type is reported only when forced */
 static noltDevSDK_special_ring_type g_ring_type = {0, 0, 0};
-static const noltDevSDK_special_ring_type kRingTypeReset = {0, 0, 0};
 static noltDevSDK_special_speaker_config g_speaker_config = {-1, -1, -1, -1};
 
 /* ---- the key-value family: one int sent as "Status" Type/Value ---------------------- */
@@ -81,8 +79,8 @@ SPECIAL_STATUS_TRIO(noltDevSDK_special_one_click_mute, SpecialOneClickMuteIsChan
 /* ---- battery work status: a hand-made JSON text ------------------------------------- */
 
 static const SpecialWatch kWorkStatus =
-    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS, g_battery_workstatus,
-                         kWorkStatusReset, LOG_ERROR, "work status is changed\n");
+    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS, g_battery_workstatus, 0, LOG_ERROR,
+                         "work status is changed\n");
 
 int SpecialBatteryWorkStatusIsChanged(void) {
     return SpecialStatusDetect<noltDevSDK_special_battery_workstatus>(kWorkStatus);
@@ -103,7 +101,7 @@ int SpecialBateryWorkStatusReset(void) {
 /* ---- ring type: compact JSON ------------------------------------------------------------ */
 
 static const SpecialWatch kRingType = SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND, g_ring_type,
-                                                           kRingTypeReset, LOG_ERROR, "ring type changed\n");
+                                                           0, LOG_ERROR, "ring type changed\n");
 
 static bool RingTypeBody(CMarkupSTL *doc, const void *, int *result) {
     const SpecialJsonMember members[] = {{"Type", NULL, g_ring_type.type},

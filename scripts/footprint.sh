@@ -1,0 +1,74 @@
+#!/usr/bin/env bash
+# Footprint of the module on the device: the armhf release build (-Os, preset
+# "armhf-release", the module alone, no host SDK). Prints text, data and bss of
+# libnoltDevSDK_special.so, its largest sections and the largest stack frames from the
+# compiler's -fstack-usage files.
+#   scripts/footprint.sh            print the report
+#   scripts/footprint.sh --doc      also rewrite docs/footprint.md with it
+set -euo pipefail
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+root=$(cd "$here/.." && pwd)
+cd "$root"
+
+bash scripts/install-armhf.sh >/dev/null
+build="build-armhf-release"
+cmake --preset armhf-release >/dev/null
+cmake --build --preset armhf-release >/dev/null
+
+lib=$(readlink -f "$build/libnoltDevSDK_special.so")
+size_tool=arm-linux-gnueabihf-size
+frames=15
+
+report() {
+    local text data bss
+    read -r text data bss _ < <("$size_tool" -B "$lib" | tail -1)
+    echo "## libnoltDevSDK_special.so (armhf, -Os)"
+    echo
+    echo "| text | data | bss | total |"
+    echo "|---:|---:|---:|---:|"
+    echo "| $text | $data | $bss | $((text + data + bss)) |"
+    echo
+    echo "Sections (size -A), largest first:"
+    echo
+    echo '```'
+    "$size_tool" -A "$lib" | awk 'NR > 2 && $2 > 0 && $1 != "Total" && $1 !~ /^\.(debug|comment|ARM\.attributes)/' |
+        sort -k2,2nr | awk '{ printf "%-20s %8d\n", $1, $2 }'
+    echo '```'
+    echo
+    echo "## Largest stack frames (-fstack-usage), top $frames"
+    echo
+    echo "| bytes | kind | function |"
+    echo "|---:|---|---|"
+    find "$build/CMakeFiles/noltDevSDK_special.dir" -name '*.su' -exec cat {} + |
+        awk -F'\t' 'match($1, /^[^:]*:[0-9]+:[0-9]+:/) {
+                         split($1, p, ":"); loc = p[1]; sub(".*/", "", loc);
+                         printf "%d\t%s\t%s (%s:%s)\n", $2, $3, substr($1, RLENGTH + 1), loc, p[2] }' |
+        sort -t$'\t' -k1,1nr | head -n "$frames" |
+        awk -F'\t' '{ printf "| %s | %s | `%s` |\n", $1, $2, $3 }'
+}
+
+if [ "${1:-}" = "--doc" ]; then
+    {
+        cat <<'DOC'
+# Footprint on the device
+
+The module alone (`libnoltDevSDK_special.so`, without cJSON, pugixml or any SDK library),
+built for 32-bit ARM hard-float Linux with Debian's cross compiler (gcc 12, `-Os`, the
+`armhf-release` preset). `text` includes the read-only data and the dynamic symbol tables;
+`data` and `bss` are what the module adds to the process's writable memory. Stack frames
+are per function, as gcc reports them; "static" frames are exact, "dynamic" ones grow at
+run time (and "bounded" have a known ceiling).
+
+Reproduce (as root on Debian 12; installs the cross toolchain when missing):
+
+```
+scripts/footprint.sh          # prints the report; --doc rewrites this page with it
+```
+
+DOC
+        report
+    } >docs/footprint.md
+    cat docs/footprint.md
+else
+    report
+fi

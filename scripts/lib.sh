@@ -1,0 +1,48 @@
+# Helpers shared by the scripts: package checks and apt-get runs that wait for the dpkg
+# lock instead of failing when another install is under way.
+# shellcheck shell=bash
+
+# Prints the packages among "$@" that dpkg does not report as installed.
+missing_packages() {
+    local pkg
+    for pkg in "$@"; do
+        if ! dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null | grep -q "install ok installed"; then
+            printf '%s\n' "$pkg"
+        fi
+    done
+}
+
+# Refreshes the package lists. A list that fails to download (a mirror in the middle of a
+# sync) is retried once and then left to the install step, which fails only when a
+# package it needs is really absent.
+apt_update() {
+    local apt=(apt-get -o DPkg::Lock::Timeout=600 -q)
+    if ! "${apt[@]}" update; then
+        sleep 10
+        "${apt[@]}" update || echo "warning: some package lists failed to refresh" >&2
+    fi
+}
+
+# Installs "$@" with apt-get when any of them is missing; refreshes the lists once.
+apt_install_missing() {
+    local missing
+    missing=$(missing_packages "$@")
+    if [ -z "$missing" ]; then
+        return 0
+    fi
+    if [ "$(id -u)" -ne 0 ]; then
+        echo "missing packages (run as root to install): $(echo "$missing" | tr '\n' ' ')" >&2
+        return 1
+    fi
+    echo "installing: $(echo "$missing" | tr '\n' ' ')"
+    local apt=(apt-get -o DPkg::Lock::Timeout=600 -y -q)
+    export DEBIAN_FRONTEND=noninteractive
+    apt_update
+    # shellcheck disable=SC2086
+    "${apt[@]}" install --no-install-recommends $missing
+}
+
+# Prints the elapsed seconds since "$1" (a value of $SECONDS).
+elapsed_since() {
+    echo $((SECONDS - $1))
+}

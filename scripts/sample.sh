@@ -1,0 +1,60 @@
+#!/usr/bin/env bash
+# Builds the module and the host SDK, installs them into the build's stage/ prefix, then
+# builds the C sample application against the installed package twice, once through the
+# CMake package and once through pkg-config, and runs both.
+#   scripts/sample.sh            for the PC (preset "host")
+#   scripts/sample.sh armhf      for 32-bit ARM, run under qemu-arm
+set -euo pipefail
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+root=$(cd "$here/.." && pwd)
+cd "$root"
+
+target=${1:-host}
+case "$target" in
+host)
+    bash scripts/install-deps.sh
+    build=$root/build
+    cc=(gcc)
+    cmake_args=()
+    run=()
+    pc_libdir=
+    ;;
+armhf)
+    bash scripts/install-armhf.sh
+    build=$root/build-armhf
+    cc=(arm-linux-gnueabihf-gcc)
+    cmake_args=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchains/armhf.cmake")
+    # as the toolchain file's emulator: the cross loader with its own C runtime
+    run=(qemu-arm -L /usr/arm-linux-gnueabihf -E LD_LIBRARY_PATH=/usr/arm-linux-gnueabihf/lib)
+    pc_libdir=/usr/lib/arm-linux-gnueabihf/pkgconfig:/usr/share/pkgconfig
+    ;;
+*)
+    echo "usage: $0 [host|armhf]" >&2
+    exit 2
+    ;;
+esac
+
+stage=$build/stage
+out=$build/sample_app
+
+cmake --preset "$target" >/dev/null
+cmake --build --preset "$target"
+rm -rf "$stage" "$out"
+cmake --install "$build" --prefix "$stage" >/dev/null
+
+echo "== sample_app through the CMake package ($target)"
+cmake -S examples/sample_app -B "$out" -DCMAKE_PREFIX_PATH="$stage" "${cmake_args[@]}" >/dev/null
+cmake --build "$out" -j2
+"${run[@]}" "$out/sample_app"
+
+echo "== sample_app through pkg-config ($target)"
+pc_path=$stage/lib/pkgconfig
+if [ -n "$pc_libdir" ]; then
+    flags=$(PKG_CONFIG_PATH='' PKG_CONFIG_LIBDIR="$pc_path:$pc_libdir" pkg-config --cflags --libs noltdev_host)
+else
+    flags=$(PKG_CONFIG_PATH="$pc_path" pkg-config --cflags --libs noltdev_host)
+fi
+# shellcheck disable=SC2086
+"${cc[@]}" -std=c99 -Wall -Wextra -Werror examples/sample_app/main.c $flags -Wl,-rpath,"$stage/lib" \
+    -o "$out/sample_app_pc"
+"${run[@]}" "$out/sample_app_pc"
