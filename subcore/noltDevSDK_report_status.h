@@ -42,7 +42,7 @@ typedef struct noltDevSDK_report_status_info {
     NOLTDEV_SDK_UINT32 is_register;
     NOLTDEV_SDK_UINT32 status_value; /* NOLTDEVSDK_REPORT_STATUS_E; the key on unregistration */
     NOLTDEV_SDK_UINT32 force_flag;
-    int (*status_is_changed)(void);   /* 1 changed, 0 not, -1 not supported */
+    int (*status_is_changed)(void); /* 1 changed, 0 not, -1 not supported */
     int (*report_status)(int b_force);
     int (*status_reset)(void); /* may be NULL */
 } noltDevSDK_report_status_info;

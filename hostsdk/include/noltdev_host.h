@@ -22,9 +22,9 @@ typedef struct {
     uint32_t domain_id;
     uint32_t command_id;
     uint32_t seq;
-    uint8_t response;        /**< 1 for an answer to a platform request */
+    uint8_t response; /**< 1 for an answer to a platform request */
     const char *command_ver;
-    const char *body;        /**< NUL-terminated copy of the body */
+    const char *body; /**< NUL-terminated copy of the body */
     uint32_t body_len;
 } noltdev_host_message;
 

@@ -33,7 +33,7 @@ typedef struct noltdev_sdk_kernel_pubmsg {
 /** An inbound platform message, handed to a domain's data-route callback. */
 typedef struct noltdev_sdk_kernel_submsg {
     NOLTDEV_SDK_UINT32 msg_seq;
-    void *buf;                   /* NUL-terminated beyond buf_len, valid during the call only */
+    void *buf; /* NUL-terminated beyond buf_len, valid during the call only */
     NOLTDEV_SDK_UINT32 buf_len;
     NOLTDEV_SDK_INT32 msg_domain_id;
     NOLTDEV_SDK_INT32 msg_command_id;

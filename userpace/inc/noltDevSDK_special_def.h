@@ -42,53 +42,55 @@ typedef enum {
 
 /** @brief The `type` of a noltDevSDK_special_msg_to_dev (module to application). */
 typedef enum {
-    NOLTDEVSDK_SPECIAL_ON_SET_FLOW_COUNTING_CFG = 0,     /**< noltDevSDK_special_flow_counting_cfg */
-    NOLTDEVSDK_SPECIAL_ON_SET_SWITCH_ENABLE = 1,         /**< noltDevSDK_special_switch_enable */
-    NOLTDEVSDK_SPECIAL_ON_DELAY_SLEEP = 2,               /**< noltDevSDK_special_delay_sleep_type */
-    NOLTDEVSDK_SPECIAL_ON_OPERATE_CUSTOM_VOICE = 3,      /**< noltDevSDK_special_operate_custom_voice */
-    NOLTDEVSDK_SPECIAL_ON_SET_LINKAGE_MODE_STATUS = 4,   /**< noltDevSDK_linkage_mode_status */
-    NOLTDEVSDK_SPECIAL_ON_WAKE = 5,                      /**< noltDevSDK_wake */
-    NOLTDEVSDK_SPECIAL_ON_DEL_TRUSTEESHIP = 6,           /**< noltDevSDK_Special_DelTrusteeship_S */
-    NOLTDEVSDK_SPECIAL_ON_TRANS_CMD_MSG = 7,             /**< noltDevSDK_special_trans_cmd_msg */
-    NOLTDEVSDK_SPECIAL_ON_UNBINDUSER = 8,                /**< noltDevSDK_special_unbind_user */
-    NOLTDEVSDK_SPECIAL_ON_SET_VODDNS_MAPPED_PORT = 9,    /**< noltDevSDK_special_voddns_dev_info */
-    NOLTDEVSDK_SPECIAL_ON_SAVE_FACE_DET_INFO = 10,       /**< not delivered by any route */
-    NOLTDEVSDK_SPECIAL_ON_EDIT_FACE_DET_INFO = 11,       /**< not delivered by any route */
-    NOLTDEVSDK_SPECIAL_ON_DELETE_FACE_DET_INFO = 12,     /**< not delivered by any route */
-    NOLTDEVSDK_SPECIAL_ON_QUERY_FACE_DET_INFO = 13,      /**< not delivered by any route */
-    NOLTDEVSDK_SPECIAL_ON_PROWL_DRIVE_OUT = 14,          /**< noltDevSDK_special_prowl_drive_out */
-    NOLTDEVSDK_SPECIAL_ON_DRIVE_OUT_RADIO_UPDATE = 15,   /**< noltDevSDK_special_drive_out_radio_update */
-    NOLTDEVSDK_SPECIAL_ON_BATTERY_WORK_MODE = 16,        /**< noltDevSDK_special_battery_work_mode */
-    NOLTDEVSDK_SPECIAL_ON_RING_SOUND = 17,               /**< noltDevSDK_special_ring_type */
-    NOLTDEVSDK_SPECIAL_ON_SET_SPECIAL_PLAN = 18,         /**< noltDevSDK_special_plan */
-    NOLTDEVSDK_SPECIAL_ON_NET_WORK_MODE = 19,            /**< noltDevSDK_special_net_work_mode */
+    NOLTDEVSDK_SPECIAL_ON_SET_FLOW_COUNTING_CFG = 0,       /**< noltDevSDK_special_flow_counting_cfg */
+    NOLTDEVSDK_SPECIAL_ON_SET_SWITCH_ENABLE = 1,           /**< noltDevSDK_special_switch_enable */
+    NOLTDEVSDK_SPECIAL_ON_DELAY_SLEEP = 2,                 /**< noltDevSDK_special_delay_sleep_type */
+    NOLTDEVSDK_SPECIAL_ON_OPERATE_CUSTOM_VOICE = 3,        /**< noltDevSDK_special_operate_custom_voice */
+    NOLTDEVSDK_SPECIAL_ON_SET_LINKAGE_MODE_STATUS = 4,     /**< noltDevSDK_linkage_mode_status */
+    NOLTDEVSDK_SPECIAL_ON_WAKE = 5,                        /**< noltDevSDK_wake */
+    NOLTDEVSDK_SPECIAL_ON_DEL_TRUSTEESHIP = 6,             /**< noltDevSDK_Special_DelTrusteeship_S */
+    NOLTDEVSDK_SPECIAL_ON_TRANS_CMD_MSG = 7,               /**< noltDevSDK_special_trans_cmd_msg */
+    NOLTDEVSDK_SPECIAL_ON_UNBINDUSER = 8,                  /**< noltDevSDK_special_unbind_user */
+    NOLTDEVSDK_SPECIAL_ON_SET_VODDNS_MAPPED_PORT = 9,      /**< noltDevSDK_special_voddns_dev_info */
+    NOLTDEVSDK_SPECIAL_ON_SAVE_FACE_DET_INFO = 10,         /**< not delivered by any route */
+    NOLTDEVSDK_SPECIAL_ON_EDIT_FACE_DET_INFO = 11,         /**< not delivered by any route */
+    NOLTDEVSDK_SPECIAL_ON_DELETE_FACE_DET_INFO = 12,       /**< not delivered by any route */
+    NOLTDEVSDK_SPECIAL_ON_QUERY_FACE_DET_INFO = 13,        /**< not delivered by any route */
+    NOLTDEVSDK_SPECIAL_ON_PROWL_DRIVE_OUT = 14,            /**< noltDevSDK_special_prowl_drive_out */
+    NOLTDEVSDK_SPECIAL_ON_DRIVE_OUT_RADIO_UPDATE = 15,     /**< noltDevSDK_special_drive_out_radio_update */
+    NOLTDEVSDK_SPECIAL_ON_BATTERY_WORK_MODE = 16,          /**< noltDevSDK_special_battery_work_mode */
+    NOLTDEVSDK_SPECIAL_ON_RING_SOUND = 17,                 /**< noltDevSDK_special_ring_type */
+    NOLTDEVSDK_SPECIAL_ON_SET_SPECIAL_PLAN = 18,           /**< noltDevSDK_special_plan */
+    NOLTDEVSDK_SPECIAL_ON_NET_WORK_MODE = 19,              /**< noltDevSDK_special_net_work_mode */
     NOLTDEVSDK_SPECIAL_ON_SET_SPECIAL_ONE_CLICK_MUTE = 20, /**< noltDevSDK_special_one_click_mute */
     NOLTDEVSDK_SPECIAL_ON_SET_SPECIAL_SPEAKER_CONFIG = 21, /**< noltDevSDK_special_speaker_config */
-    NOLTDEVSDK_SPECIAL_MSG_TO_DEV_TYPE_MAX = 22          /**< count, never delivered */
+    NOLTDEVSDK_SPECIAL_MSG_TO_DEV_TYPE_MAX = 22            /**< count, never delivered */
 } NOLTDEVSDK_SPECIAL_MSG_TO_DEV_TYPE_E;
 
 /** @brief The `type` of a noltDevSDK_special_runtime_info (application fills). */
 typedef enum {
-    NOLTDEVSDK_SPECIAL_ON_GET_FLOW_COUNTING_CFG = 0,        /**< noltDevSDK_special_flow_counting_cfg */
-    NOLTDEVSDK_SPECIAL_ON_GET_SWITCH_ENABLE = 1,            /**< noltDevSDK_special_switch_enable */
-    NOLTDEVSDK_SPECIAL_ON_GET_KEY_VALUE = 2,                /**< noltDevSDK_special_key_value */
-    NOLTDEVSDK_SPECIAL_ON_GET_CUSTOM_VOICE_INFOS = 3,       /**< noltDevSDK_special_custom_voice_infos */
-    NOLTDEVSDK_SPECIAL_ON_GET_LINKAGE_MODE_STATUS = 4,      /**< noltDevSDK_linkage_mode_status */
-    NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS = 5,      /**< noltDevSDK_special_battery_workstatus */
-    NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP = 6,              /**< noltDevSDK_Trusteeship */
-    NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP_CONNECT = 7,      /**< noltDevSDK_Trusteeship_connect */
-    NOLTDEVSDK_SPECIAL_ON_GET_POWERSTATUS = 8,              /**< noltDevSDK_PowerStatus */
-    NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP = 9,       /**< noltDevSDK_Special_DelTrusteeship_S, malloc'ed by the application, freed by the module */
-    NOLTDEVSDK_SPECIAL_ON_GET_VODDNS_MAPPED_PORT = 10,      /**< noltDevSDK_special_voddns_local_mapped_infos */
-    NOLTDEVSDK_SPECIAL_ON_GET_ASSOCIATED_DEVICE_CONN_STATUS = 11, /**< noltDevSDK_special_associated_device_conn_status */
-    NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_MODE = 12,       /**< noltDevSDK_special_battery_work_mode */
-    NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND = 13,              /**< noltDevSDK_special_ring_type */
-    NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN = 14,            /**< noltDevSDK_special_plan */
-    NOLTDEVSDK_SPECIAL_ON_GET_NET_WORK_MODE = 15,           /**< noltDevSDK_special_net_work_mode */
-    NOLTDEVSDK_SPECIAL_ON_GET_4G_INFO = 16,                 /**< noltDevSDK_special_4G_Info_S */
-    NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_ONE_CLICK_MUTE = 17,  /**< noltDevSDK_special_one_click_mute */
-    NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_SPEAKER_CONFIG = 18,  /**< noltDevSDK_special_speaker_config */
-    NOLTDEVSDK_SPECIAL_RUNTIME_INFO_TYPE_MAX = 19           /**< count */
+    NOLTDEVSDK_SPECIAL_ON_GET_FLOW_COUNTING_CFG = 0,   /**< noltDevSDK_special_flow_counting_cfg */
+    NOLTDEVSDK_SPECIAL_ON_GET_SWITCH_ENABLE = 1,       /**< noltDevSDK_special_switch_enable */
+    NOLTDEVSDK_SPECIAL_ON_GET_KEY_VALUE = 2,           /**< noltDevSDK_special_key_value */
+    NOLTDEVSDK_SPECIAL_ON_GET_CUSTOM_VOICE_INFOS = 3,  /**< noltDevSDK_special_custom_voice_infos */
+    NOLTDEVSDK_SPECIAL_ON_GET_LINKAGE_MODE_STATUS = 4, /**< noltDevSDK_linkage_mode_status */
+    NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS = 5, /**< noltDevSDK_special_battery_workstatus */
+    NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP = 6,         /**< noltDevSDK_Trusteeship */
+    NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP_CONNECT = 7, /**< noltDevSDK_Trusteeship_connect */
+    NOLTDEVSDK_SPECIAL_ON_GET_POWERSTATUS = 8,         /**< noltDevSDK_PowerStatus */
+    NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP =
+        9, /**< noltDevSDK_Special_DelTrusteeship_S, malloc'ed by the application, freed by the module */
+    NOLTDEVSDK_SPECIAL_ON_GET_VODDNS_MAPPED_PORT = 10, /**< noltDevSDK_special_voddns_local_mapped_infos */
+    NOLTDEVSDK_SPECIAL_ON_GET_ASSOCIATED_DEVICE_CONN_STATUS =
+        11,                                           /**< noltDevSDK_special_associated_device_conn_status */
+    NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_MODE = 12, /**< noltDevSDK_special_battery_work_mode */
+    NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND = 13,        /**< noltDevSDK_special_ring_type */
+    NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN = 14,      /**< noltDevSDK_special_plan */
+    NOLTDEVSDK_SPECIAL_ON_GET_NET_WORK_MODE = 15,     /**< noltDevSDK_special_net_work_mode */
+    NOLTDEVSDK_SPECIAL_ON_GET_4G_INFO = 16,           /**< noltDevSDK_special_4G_Info_S */
+    NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_ONE_CLICK_MUTE = 17, /**< noltDevSDK_special_one_click_mute */
+    NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_SPEAKER_CONFIG = 18, /**< noltDevSDK_special_speaker_config */
+    NOLTDEVSDK_SPECIAL_RUNTIME_INFO_TYPE_MAX = 19          /**< count */
 } NOLTDEVSDK_SPECIAL_RUNTIME_INFO_TYPE_E;
 
 /** @brief Feature switches (the `type` of noltDevSDK_special_switch_enable). */
@@ -115,11 +117,11 @@ typedef enum {
 
 /** @brief Device-initiated requests (the `msg_type` of noltDevSDK_special_msg). */
 typedef enum {
-    NOLTDEVSDK_SPECIAL_UNBIND_USER = 0,             /**< msg_struct_ptr ignored */
-    NOLTDEVSDK_SPECIAL_SEND_VERIFICATION_CODE = 1,  /**< noltDevSDK_special_send_verification_code */
+    NOLTDEVSDK_SPECIAL_UNBIND_USER = 0,              /**< msg_struct_ptr ignored */
+    NOLTDEVSDK_SPECIAL_SEND_VERIFICATION_CODE = 1,   /**< noltDevSDK_special_send_verification_code */
     NOLTDEVSDK_SPECIAL_QUERY_VODDNS_MAPPED_PORT = 2, /**< noltDevSDK_special_query_voddns_mapped_port */
-    NOLTDEVSDK_SPECIAL_TRANS_4G_FLOW_INFO = 3,      /**< noltDevSDK_special_4G_flow_info_page */
-    NOLTDEVSDK_SPECIAL_MSG_TO_SERVER_COUNT = 4      /**< count; rejected as not supported */
+    NOLTDEVSDK_SPECIAL_TRANS_4G_FLOW_INFO = 3,       /**< noltDevSDK_special_4G_flow_info_page */
+    NOLTDEVSDK_SPECIAL_MSG_TO_SERVER_COUNT = 4       /**< count; rejected as not supported */
 } NOLTDEVSDK_SPECIAL_MSG_TO_SERVER_TYPE_E;
 
 /* ---- envelopes and callbacks --------------------------------------------------- */
@@ -176,11 +178,11 @@ typedef struct {
 
 /** @brief A raw platform command passed through in either direction (20 bytes). */
 typedef struct {
-    char *content;         /**< message body, not necessarily NUL-terminated */
-    int content_len;       /**< body length in bytes */
-    unsigned int cmd_id;   /**< platform command identifier */
+    char *content;          /**< message body, not necessarily NUL-terminated */
+    int content_len;        /**< body length in bytes */
+    unsigned int cmd_id;    /**< platform command identifier */
     unsigned char msg_type; /**< 0 request; on sending 1 marks a response */
-    unsigned int msg_seq;  /**< the request's sequence number / the one to answer */
+    unsigned int msg_seq;   /**< the request's sequence number / the one to answer */
 } noltDevSDK_special_trans_cmd_msg;
 
 /** @brief Event record for noltDevSDK_special_post_event() (not supported). */
@@ -216,9 +218,9 @@ typedef struct {
 
 /** @brief One feature switch (12 bytes). */
 typedef struct {
-    int type;    /**< NOLTDEVSDK_SPECIAL_SWITCH_ENABLE_TYPE_E */
+    int type; /**< NOLTDEVSDK_SPECIAL_SWITCH_ENABLE_TYPE_E */
     int channel;
-    int enable;  /**< 0 off, 1 on */
+    int enable; /**< 0 off, 1 on */
 } noltDevSDK_special_switch_enable;
 
 /** @brief Delayed sleep (8 bytes). */

@@ -10,7 +10,7 @@
 #include <string>
 
 class CMarkupSTL {
-public:
+  public:
     CMarkupSTL();
     explicit CMarkupSTL(const char *text);
     ~CMarkupSTL();
@@ -46,7 +46,7 @@ public:
     bool SetAttrib(const char *name, const char *value);
     bool SetAttrib(const char *name, int value);
 
-private:
+  private:
     CMarkupSTL(const CMarkupSTL &);
     CMarkupSTL &operator=(const CMarkupSTL &);
     struct Impl;
