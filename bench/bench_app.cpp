@@ -5,6 +5,7 @@
 #include <cstring>
 #include <mutex>
 
+#include "harness_start.h"
 #include "noltdev_host.h"
 
 namespace special_bench {
@@ -142,20 +143,12 @@ int GetRuntimeInfo(noltDevSDK_special_runtime_info *info) {
 }
 
 void Start() {
-    static bool started = false;
-    if (started) {
-        return;
-    }
-    started = true;
-    noltdev_host_kernel_reset();
-    noltdev_host_set_log_level(0);
-    noltdev_host_set_sink(&Sink, nullptr);
-    noltDevSDK_special_init_info info;
-    std::memset(&info, 0, sizeof info);
-    info.cb.recv_msg = &RecvMsg;
-    info.cb.get_runtime_info = &GetRuntimeInfo;
-    noltDevSDK_special_init(&info);
-    noltdev_host_report_poll(); // the caches take the steady values once
+    static const bool started = [] {
+        special_harness::StartModule(&Sink, &RecvMsg, &GetRuntimeInfo);
+        noltdev_host_report_poll(); // the caches take the steady values once
+        return true;
+    }();
+    (void)started;
 }
 
 std::string LastSent() {

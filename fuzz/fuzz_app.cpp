@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "consts.h"
+#include "harness_start.h"
 #include "noltDevSDK_special_def.h"
 #include "noltdev_host.h"
 
@@ -94,20 +95,12 @@ int GetRuntimeInfo(noltDevSDK_special_runtime_info *info) {
 } // namespace
 
 void Start() {
-    static bool started = false;
-    if (started) {
-        return;
-    }
-    started = true;
-    noltdev_host_kernel_reset();
-    noltdev_host_set_log_level(0);
-    noltdev_host_set_log_hook(&LogHook, nullptr);
-    noltdev_host_set_sink(&Sink, nullptr);
-    noltDevSDK_special_init_info info;
-    std::memset(&info, 0, sizeof info);
-    info.cb.recv_msg = &RecvMsg;
-    info.cb.get_runtime_info = &GetRuntimeInfo;
-    noltDevSDK_special_init(&info);
+    static const bool started = [] {
+        noltdev_host_set_log_hook(&LogHook, nullptr);
+        special_harness::StartModule(&Sink, &RecvMsg, &GetRuntimeInfo);
+        return true;
+    }();
+    (void)started;
 }
 
 void SetRuntimeBytes(const uint8_t *data, size_t size) {
