@@ -1,0 +1,18 @@
+#!/bin/sh
+# The module's shared object must define no platform function: on a device those come
+# from the vendor SDK. Usage: check_exports.sh NM LIBRARY
+nm_tool=$1
+library=$2
+found=$("$nm_tool" -D --defined-only "$library" | awk '{print $3}' |
+    grep -E '^(noltdev_|noltDevSDK_report_|noltDevSDK_Shadow_|noltDevSDK_Common_|_ZN10CMarkupSTL|_ZNK10CMarkupSTL)')
+if [ -n "$found" ]; then
+    echo "the module defines platform functions:"
+    echo "$found"
+    exit 1
+fi
+exported=$("$nm_tool" -D --defined-only "$library" | awk '{print $3}' | grep -c '^noltDevSDK_special_')
+if [ "$exported" -ne 7 ]; then
+    echo "expected the 7 exported noltDevSDK_special_* functions, found $exported"
+    exit 1
+fi
+echo "exports ok"
