@@ -26,10 +26,15 @@ for name in $fuzzers; do
     mkdir -p "$build/corpus/$name"
     rm -f "$build"/fuzz-"$name"-crash-* "$build"/fuzz-"$name"-leak-* "$build"/fuzz-"$name"-timeout-*
     echo "== fuzz_$name for ${secs}s"
+    # inputs that once found a fault are replayed first, on every run
+    regress=()
+    if [ -d "fuzz/regress/$name" ]; then
+        regress=("fuzz/regress/$name")
+    fi
     rc=0
     "$build/fuzz/fuzz_$name" -max_total_time="$secs" -dict=fuzz/special.dict -max_len=65536 -timeout=20 \
         -print_final_stats=1 -artifact_prefix="$build/fuzz-$name-" "$build/corpus/$name" "$build/seeds/$name" \
-        >"$build/fuzz-$name.log" 2>&1 || rc=$?
+        "${regress[@]}" >"$build/fuzz-$name.log" 2>&1 || rc=$?
     grep -E '^stat::(number_of_executed_units|average_exec_per_sec|new_units_added|peak_rss_mb)' \
         "$build/fuzz-$name.log" || true
     if [ "$rc" -ne 0 ] || ls "$build"/fuzz-"$name"-{crash,leak,timeout}-* >/dev/null 2>&1; then

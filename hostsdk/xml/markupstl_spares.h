@@ -1,7 +1,10 @@
-// Each thread keeps a few cleared cursor states for its next cursors, so that a cursor
-// made per message costs no allocation of its state nor of its parse buffer. A template
-// so that the cursor can name its private state type as the argument.
+// The process keeps a few cleared cursor states for its next cursors, so that a cursor
+// made per message costs no allocation of its state nor of its parse buffer. One pool for
+// every thread: a short-lived thread (a custom-voice worker) leaves nothing behind when it
+// ends. A template so that the cursor can name its private state type as the argument.
 #pragma once
+
+#include <pthread.h>
 
 #include <string>
 
@@ -9,53 +12,65 @@ namespace noltdev_xml {
 
 template <class State> class Spares {
   public:
-    // A cleared state from the calling thread's spares, or a new one.
+    // A cleared state from the pool, or a new one.
     static State *Take() {
-        (void)&closer_; // constructs the closer on the thread's first cursor
-        List &l = list_;
-        return l.count > 0 ? l.state[--l.count] : new State;
+        (void)&closer_; // constructs the closer with the first cursor's library
+        State *state = nullptr;
+        pthread_mutex_lock(&mu_);
+        if (count_ > 0) {
+            state = states_[--count_];
+        }
+        pthread_mutex_unlock(&mu_);
+        return state != nullptr ? state : new State;
     }
 
-    // Clears the state and keeps it among the thread's spares, or deletes it.
+    // Clears the state and keeps it in the pool, or deletes it when the pool is full or
+    // the process is ending.
     static void Give(State *state) {
-        List &l = list_;
-        if (l.closed || l.count == kMax) {
-            delete state;
-            return;
-        }
         state->Clear();
         if (state->text.capacity() > kKeptText) {
             std::string().swap(state->text); // a large document's buffer is let go
         }
-        l.state[l.count++] = state;
+        pthread_mutex_lock(&mu_);
+        bool kept = !closed_ && count_ < kMax;
+        if (kept) {
+            states_[count_++] = state;
+        }
+        pthread_mutex_unlock(&mu_);
+        if (!kept) {
+            delete state;
+        }
     }
 
   private:
-    static const int kMax = 4;
+    static const int kMax = 8;
     static const size_t kKeptText = 4096;
 
-    // Plain data, so that it stays usable after the closer has run at thread exit (a
-    // cursor destroyed later then deletes its state).
-    struct List {
-        State *state[kMax];
-        int count;
-        bool closed;
-    };
-    // Deletes the thread's spares when the thread ends.
+    // Deletes the pool's states at exit. The pool itself is plain data with a statically
+    // initialised mutex, so it stays usable after this has run (a cursor destroyed later
+    // then deletes its state).
     struct Closer {
         ~Closer() {
-            list_.closed = true;
-            while (list_.count > 0) {
-                delete list_.state[--list_.count];
+            pthread_mutex_lock(&mu_);
+            closed_ = true;
+            while (count_ > 0) {
+                delete states_[--count_];
             }
+            pthread_mutex_unlock(&mu_);
         }
     };
 
-    static thread_local List list_;
-    static thread_local Closer closer_;
+    static pthread_mutex_t mu_;
+    static State *states_[kMax];
+    static int count_;
+    static bool closed_;
+    static Closer closer_;
 };
 
-template <class State> thread_local typename Spares<State>::List Spares<State>::list_;
-template <class State> thread_local typename Spares<State>::Closer Spares<State>::closer_;
+template <class State> pthread_mutex_t Spares<State>::mu_ = PTHREAD_MUTEX_INITIALIZER;
+template <class State> State *Spares<State>::states_[Spares<State>::kMax];
+template <class State> int Spares<State>::count_;
+template <class State> bool Spares<State>::closed_;
+template <class State> typename Spares<State>::Closer Spares<State>::closer_;
 
 } // namespace noltdev_xml
