@@ -7,7 +7,10 @@
 #include <condition_variable>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <mutex>
+#include <string>
+#include <thread>
 #include <vector>
 
 #include "consts.h"
@@ -23,8 +26,24 @@ std::condition_variable g_cv;
 uint64_t g_workers = 0; // custom-voice workers started
 uint64_t g_answers = 0; // custom-voice answers sent
 bool g_counting = false;
+int g_baseline_threads = 0; // threads of the process with no worker running
 std::vector<uint8_t> g_runtime;
 size_t g_next = 0;
+
+// Threads of this process, as the kernel counts them (a thread that has ended is gone).
+int ThreadCount() {
+    std::ifstream status("/proc/self/status");
+    std::string key;
+    while (status >> key) {
+        if (key == "Threads:") {
+            int n = 0;
+            status >> n;
+            return n;
+        }
+        status.ignore(4096, '\n');
+    }
+    return 0;
+}
 
 int Sink(const noltdev_host_message *msg, void *) {
     if (msg->command_id == kCenPlt2PuSetCustomVoiceRsp) {
@@ -98,6 +117,7 @@ void Start() {
     static const bool started = [] {
         noltdev_host_set_log_hook(&LogHook, nullptr);
         special_harness::StartModule(&Sink, &RecvMsg, &GetRuntimeInfo);
+        g_baseline_threads = ThreadCount();
         return true;
     }();
     (void)started;
@@ -132,8 +152,22 @@ void CountWorkers(bool on) {
 }
 
 bool WaitForWorkers(int timeout_ms) {
-    std::unique_lock<std::mutex> lock(g_mu);
-    return g_cv.wait_for(lock, std::chrono::milliseconds(timeout_ms), [] { return g_answers >= g_workers; });
+    auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(timeout_ms);
+    {
+        std::unique_lock<std::mutex> lock(g_mu);
+        if (!g_cv.wait_until(lock, deadline, [] { return g_answers >= g_workers; })) {
+            return false;
+        }
+    }
+    // A worker ends a moment after its answer, still holding what it sent: wait for its
+    // thread to be gone too, so that a leak check never runs while a worker is in flight.
+    while (ThreadCount() > g_baseline_threads) {
+        if (std::chrono::steady_clock::now() > deadline) {
+            return false;
+        }
+        std::this_thread::sleep_for(std::chrono::microseconds(50));
+    }
+    return true;
 }
 
 uint32_t Reader::U32() {

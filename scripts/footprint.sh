@@ -43,7 +43,7 @@ report() {
         awk -F'\t' 'match($1, /^[^:]*:[0-9]+:[0-9]+:/) {
                          split($1, p, ":"); loc = p[1]; sub(".*/", "", loc);
                          printf "%d\t%s\t%s (%s:%s)\n", $2, $3, substr($1, RLENGTH + 1), loc, p[2] }' |
-        sort -t$'\t' -k1,1nr | head -n "$frames" |
+        sort -t$'\t' -k1,1nr | awk -v n="$frames" 'NR <= n' |
         awk -F'\t' '{ printf "| %s | %s | `%s` |\n", $1, $2, $3 }'
 }
 

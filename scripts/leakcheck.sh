@@ -47,7 +47,7 @@ if [ "$status" -ne 0 ]; then
     { grep -l -E 'ERROR SUMMARY: [1-9]|definitely lost: [1-9]|indirectly lost: [1-9]' "$logs"/*.log || true; } |
         while read -r f; do
             echo "==== $f"
-            sed -n '/HEAP SUMMARY/,$p' "$f" | head -n 80
+            sed -n '/HEAP SUMMARY/,$p' "$f" | awk 'NR <= 80'
             grep -B2 -A20 -E '^==[0-9]+== (Invalid|Conditional|Use of|Syscall|Mismatched)' "$f" | head -n 60 || true
         done
     echo "memcheck: failures"
