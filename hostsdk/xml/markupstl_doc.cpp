@@ -96,18 +96,13 @@ bool CMarkupSTL::SetDoc(const char *text) {
 }
 
 std::string CMarkupSTL::GetDoc() const {
-    std::string out;
-    GetDocInto(out);
-    return out;
-}
-
-void CMarkupSTL::GetDocInto(std::string &out) const {
     if (m_impl->raw) {
-        out += m_impl->text;
-        return;
+        return m_impl->text;
     }
+    std::string out;
     AppendWriter writer(out);
     m_impl->doc.save(writer, "", kPrintFlags);
+    return out;
 }
 
 bool CMarkupSTL::IsWellFormed() const {

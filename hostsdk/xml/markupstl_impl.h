@@ -27,7 +27,9 @@ struct CMarkupSTL::Impl {
 
     // Drops everything, leaving an empty (not raw) document at the document level.
     void Clear() {
-        doc.reset();
+        if (doc.first_child()) {
+            doc.reset(); // an empty document has nothing to drop
+        }
         raw = false;
         text.clear();
         ResetPos();

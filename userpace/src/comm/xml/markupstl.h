@@ -21,8 +21,6 @@ class CMarkupSTL {
     /* The document as text: raw when it did not parse, otherwise printed without
      * indentation, the declaration kept. */
     std::string GetDoc() const;
-    /* Appends the document text to out (no intermediate copy). */
-    void GetDocInto(std::string &out) const;
     bool IsWellFormed() const;
 
     /* restart false: siblings after the main element (from the first when there is
@@ -51,6 +49,8 @@ class CMarkupSTL {
     CMarkupSTL &operator=(const CMarkupSTL &);
     struct Impl;
     Impl *m_impl;
+    /* the host kernel builds its skeletons straight into the cursor's state */
+    friend struct CMarkupSTLSkeleton;
 };
 
 #endif

@@ -41,8 +41,7 @@ static int SpecialPublish(const char *body, size_t body_len, int cmd_id, const c
 int special_send_msg_to_platform(const CMarkupSTL &msg, int cmd_id, const char *cmd_version,
                                  unsigned char msg_response, unsigned int msg_seq, char *child_dev_id) {
     (void)child_dev_id;
-    std::string body;
-    msg.GetDocInto(body);
+    std::string body = msg.GetDoc();
     noltdev_debug(LOG_ERROR, "s:%x\n", static_cast<unsigned int>(cmd_id));
     noltdev_debug(LOG_INFO, "\n%s\n", body.c_str());
     return SpecialPublish(body.c_str(), body.size(), cmd_id, cmd_version, msg_response, msg_seq);
