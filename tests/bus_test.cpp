@@ -150,6 +150,7 @@ TEST_F(BusTest, FrameStampsTheSequenceInsideTheRoot) {
         pugi::xml_node level = *c.root ? req.child(c.root) : req;
         EXPECT_STREQ(level.last_child().name(), "UserDefine");
         EXPECT_STREQ(level.last_child().attribute("MsgSeq").value(), c.stamp);
+        EXPECT_TRUE(HasLog(4, "xml: " + g_handled.req + "\n")); // the stamped request
     }
     EXPECT_EQ(g_handled.req_result, 0); // last case: a stamp after "Result" does not hide it
 }

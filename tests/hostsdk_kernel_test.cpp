@@ -240,4 +240,26 @@ TEST(HostLog, HookSeesEveryLineAsFormatted) {
     EXPECT_EQ(expected, lines);
 }
 
+TEST(HostLog, WantedWhenPrintedOrHooked) {
+    struct Case {
+        bool hook;
+        int threshold, level, wanted;
+    } cases[] = {
+        {false, LOG_WARNING, LOG_ERROR, 1},
+        {false, LOG_WARNING, LOG_WARNING, 1},
+        {false, LOG_WARNING, LOG_INFO, 0},
+        {false, 0, LOG_ERROR, 0},
+        {true, 0, LOG_INFO, 1},
+        {true, LOG_WARNING, LOG_INFO, 1},
+    };
+    const noltdev_host_log_hook_fn ignore = [](int, const char *, void *) {};
+    for (const Case &c : cases) {
+        noltdev_host_set_log_level(c.threshold);
+        noltdev_host_set_log_hook(c.hook ? ignore : nullptr, nullptr);
+        EXPECT_EQ(c.wanted, noltdev_debug_wanted(c.level)) << c.hook << " " << c.threshold << " " << c.level;
+    }
+    noltdev_host_set_log_hook(nullptr, nullptr);
+    noltdev_host_set_log_level(LOG_WARNING);
+}
+
 } // namespace

@@ -71,8 +71,12 @@ void Emit(int level, const char *line, int len) {
 
 extern "C" {
 
+int noltdev_debug_wanted(int level) {
+    return g_has_hook.load() || Printed(level) ? 1 : 0;
+}
+
 void noltdev_debug(int level, const char *fmt, ...) {
-    if (fmt == nullptr || (!g_has_hook.load() && !Printed(level))) {
+    if (fmt == nullptr || noltdev_debug_wanted(level) == 0) {
         return;
     }
     char stack[512];

@@ -17,6 +17,11 @@ void noltdev_debug(int level, const char *fmt, ...)
 #endif
     ;
 
+/* Non-zero when a line of this level would be taken (printed or handed on), so that a
+ * caller can skip building an argument nobody reads. Optional: a kernel may not provide
+ * it, and callers then take every level as wanted. */
+int noltdev_debug_wanted(int level);
+
 #ifdef __cplusplus
 }
 #endif

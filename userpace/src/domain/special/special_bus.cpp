@@ -88,6 +88,21 @@ void special_set_result(CMarkupSTL *rsp, int code) {
     noltdev_debug(LOG_ERROR, "SetResult %#x\n", static_cast<unsigned int>(code));
 }
 
+/* A weak reference: a kernel without the query leaves it unresolved (null) and every
+ * line is built as before. */
+#if defined(__GNUC__)
+#pragma weak noltdev_debug_wanted
+#endif
+
+bool SpecialLogWanted(int level) {
+#if defined(__GNUC__)
+    return noltdev_debug_wanted == NULL || noltdev_debug_wanted(level) != 0;
+#else
+    (void)level;
+    return true;
+#endif
+}
+
 unsigned int GetNextSeqNum(void) {
     return g_sequence.fetch_add(1, std::memory_order_relaxed);
 }

@@ -39,6 +39,8 @@ int special_xml_check_result(const CMarkupSTL &msg);
 int SpecialAtoi(const char *text);
 /* Writes code (as "%d") into the answer's "Result", when there is one. */
 void special_set_result(CMarkupSTL *rsp, int code);
+/* Whether the log takes lines of this level; true when the kernel cannot say. */
+bool SpecialLogWanted(int level);
 /* The next device sequence number (post-increment, lock-free). */
 unsigned int GetNextSeqNum(void);
 /* "%.7f" of value into buf, which holds 64 bytes; returns buf. */

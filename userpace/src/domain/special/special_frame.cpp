@@ -80,7 +80,9 @@ int SpecialPlatformReqAndRspXmlBushandle(void *buf, int buf_len, int rsp_cmd, co
         }
         SpecialStampSeq(req, msg_seq);
     }
-    noltdev_debug(LOG_INFO, "xml: %s\n", req.GetDoc().c_str());
+    if (SpecialLogWanted(LOG_INFO)) { /* printing the request only for a dropped line is waste */
+        noltdev_debug(LOG_INFO, "xml: %s\n", req.GetDoc().c_str());
+    }
     if (handle_req_rsp != NULL) {
         handle_req_rsp(&req, &rsp);
     }

@@ -211,7 +211,9 @@ int SpecialReportTrusteeshipConnect(int) {
     if (!SpecialStatusJsonDocument(&doc, obj)) {
         return -1;
     }
-    noltdev_debug(LOG_DEBUG, "[TrusteeshipConnect]:%s\n", doc.GetDoc().c_str());
+    if (SpecialLogWanted(LOG_DEBUG)) {
+        noltdev_debug(LOG_DEBUG, "[TrusteeshipConnect]:%s\n", doc.GetDoc().c_str());
+    }
     return SpecialStatusSend(doc, kPu2CenPltReportConnStatusReq, GetNextSeqNum());
 }
 
