@@ -4,7 +4,7 @@
 # libnoltDevSDK_special.so, its largest sections and the largest stack frames from the
 # compiler's -fstack-usage files.
 #   scripts/footprint.sh            print the report
-#   scripts/footprint.sh --doc      also rewrite docs/footprint.md with it
+#   scripts/footprint.sh --doc      also rewrite docs/footprint.md with it (its History kept)
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 root=$(cd "$here/.." && pwd)
@@ -48,6 +48,8 @@ report() {
 }
 
 if [ "${1:-}" = "--doc" ]; then
+    # the page's hand-kept history (from its "## History" heading on) stays as it is
+    history=$(sed -n '/^## History/,$p' docs/footprint.md 2>/dev/null || true)
     {
         cat <<'DOC'
 # Footprint on the device
@@ -67,6 +69,9 @@ scripts/footprint.sh          # prints the report; --doc rewrites this page with
 
 DOC
         report
+        if [ -n "$history" ]; then
+            printf '\n%s\n' "$history"
+        fi
     } >docs/footprint.md
     cat docs/footprint.md
 else
