@@ -21,10 +21,6 @@ using ConcurrencyTest = SpecialFixture;
 constexpr int kRounds = 40;
 constexpr uint32_t kVoiceSeq = 1000, kSwitchSeq = 2000, kBellSeq = 3000;
 
-std::string Request(const std::string &children) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?><Request>" + children + "</Request>";
-}
-
 void Post(int command, uint32_t seq, const std::string &body) {
     ASSERT_EQ(noltdev_host_post(kDomain, command, seq, body.data(), static_cast<uint32_t>(body.size())), 0);
 }

@@ -42,10 +42,6 @@ void PrintTo(const CommandCase &c, std::ostream *os) {
         << c.body.size();
 }
 
-std::string Request(const std::string &children) {
-    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?><Request>" + children + "</Request>";
-}
-
 noltDevSDK_special_plan CurrentPlan() {
     noltDevSDK_special_plan plan;
     std::memset(&plan, 0, sizeof plan);

@@ -34,9 +34,6 @@ struct CommandCase {
 
 void PrintTo(const CommandCase &c, std::ostream *os);
 
-// A platform request document around the given children.
-std::string Request(const std::string &children);
-
 // The current plan the application reports (channel 9, enable 5, one segment).
 noltDevSDK_special_plan CurrentPlan();
 

@@ -25,6 +25,10 @@ pugi::xml_node Sent::Node(const std::string &path) const {
     return node;
 }
 
+std::string Request(const std::string &children) {
+    return "<?xml version=\"1.0\" encoding=\"UTF-8\"?><Request>" + children + "</Request>";
+}
+
 std::string Sent::Attr(const std::string &path, const char *name) const {
     return Node(path).attribute(name).value();
 }

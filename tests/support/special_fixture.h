@@ -24,6 +24,9 @@ namespace special_test {
 
 constexpr int kDomain = 3999;
 
+// A platform request document around the given children.
+std::string Request(const std::string &children);
+
 // One record the module handed to recv_msg: type, len and a copy of the record.
 struct Delivery {
     int type = 0;
