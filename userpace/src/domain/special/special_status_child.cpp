@@ -36,7 +36,7 @@ static_assert(offsetof(PowerList, entries) == offsetof(noltDevSDK_PowerStatus, s
 
 static noltDevSDK_Trusteeship g_trusteeship = {"000000000"};
 /* zero-filled at build time (no flash for the entries) and put in their not-seen state,
- * count -1, as the library loads: see LoadChildLists */
+ * count -1, as the library loads: see g_connect_load */
 static ConnectList g_trusteeship_connect;
 static PowerList g_power_status;
 static noltDevSDK_special_associated_device_conn_status g_associated_device_conn_status = {-1, 0,  "", "",
@@ -52,13 +52,8 @@ static const SpecialWatch kAssociated =
     SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_ASSOCIATED_DEVICE_CONN_STATUS,
                          g_associated_device_conn_status, 1, LOG_ERROR, NULL);
 
-/* Puts the two child lists in their not-seen state as the library loads. */
-static struct LoadChildLists {
-    LoadChildLists() {
-        SpecialStatusReset(kConnect);
-        SpecialStatusReset(kPower);
-    }
-} g_child_lists_load;
+static const SpecialResetAtLoad g_connect_load(kConnect);
+static const SpecialResetAtLoad g_power_load(kPower);
 
 /* The count-first rule: a different count is a change, then the first count entries are
  * compared. The count is kept as the application gives it; only the bytes touched stay

@@ -74,6 +74,12 @@ template <class T> int SpecialStatusDetect(const SpecialWatch &watch, void (*tid
 /* Puts the cache back to its not-seen value; returns 0. */
 int SpecialStatusReset(const SpecialWatch &watch);
 
+/* Puts a cache left zero-filled at build time in its not-seen state as the library loads,
+ * so that no full-size not-seen copy of a large cache is stored. */
+struct SpecialResetAtLoad {
+    explicit SpecialResetAtLoad(const SpecialWatch &watch) { SpecialStatusReset(watch); }
+};
+
 /* Terminates a fixed-size text field of a record the application filled. */
 #define SPECIAL_TERMINATE(field) ((field)[sizeof(field) - 1] = '\0')
 

@@ -102,10 +102,7 @@ static const SpecialWatch kCustomVoice =
     SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_CUSTOM_VOICE_INFOS, g_custom_voice_infos, 1, LOG_ERROR,
                          "custom voice status is changed\n");
 
-/* Puts the custom-voice cache in its not-seen state as the library loads. */
-static struct CustomVoiceLoad {
-    CustomVoiceLoad() { SpecialStatusReset(kCustomVoice); }
-} g_custom_voice_load;
+static const SpecialResetAtLoad g_custom_voice_load(kCustomVoice);
 
 static void TidyCustomVoices(noltDevSDK_special_custom_voice_infos *infos) {
     for (int i = 0; i < kVoices; i++) {
