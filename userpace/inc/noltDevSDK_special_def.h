@@ -78,16 +78,16 @@ typedef enum {
     NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP = 6,         /**< noltDevSDK_Trusteeship */
     NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP_CONNECT = 7, /**< noltDevSDK_Trusteeship_connect */
     NOLTDEVSDK_SPECIAL_ON_GET_POWERSTATUS = 8,         /**< noltDevSDK_PowerStatus */
-    NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP =
-        9, /**< noltDevSDK_Special_DelTrusteeship_S, malloc'ed by the application, freed by the module */
+    /** noltDevSDK_Special_DelTrusteeship_S, malloc'ed by the application, freed by the module */
+    NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP = 9,
     NOLTDEVSDK_SPECIAL_ON_GET_VODDNS_MAPPED_PORT = 10, /**< noltDevSDK_special_voddns_local_mapped_infos */
-    NOLTDEVSDK_SPECIAL_ON_GET_ASSOCIATED_DEVICE_CONN_STATUS =
-        11,                                           /**< noltDevSDK_special_associated_device_conn_status */
-    NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_MODE = 12, /**< noltDevSDK_special_battery_work_mode */
-    NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND = 13,        /**< noltDevSDK_special_ring_type */
-    NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN = 14,      /**< noltDevSDK_special_plan */
-    NOLTDEVSDK_SPECIAL_ON_GET_NET_WORK_MODE = 15,     /**< noltDevSDK_special_net_work_mode */
-    NOLTDEVSDK_SPECIAL_ON_GET_4G_INFO = 16,           /**< noltDevSDK_special_4G_Info_S */
+    /** noltDevSDK_special_associated_device_conn_status */
+    NOLTDEVSDK_SPECIAL_ON_GET_ASSOCIATED_DEVICE_CONN_STATUS = 11,
+    NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_MODE = 12,      /**< noltDevSDK_special_battery_work_mode */
+    NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND = 13,             /**< noltDevSDK_special_ring_type */
+    NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN = 14,           /**< noltDevSDK_special_plan */
+    NOLTDEVSDK_SPECIAL_ON_GET_NET_WORK_MODE = 15,          /**< noltDevSDK_special_net_work_mode */
+    NOLTDEVSDK_SPECIAL_ON_GET_4G_INFO = 16,                /**< noltDevSDK_special_4G_Info_S */
     NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_ONE_CLICK_MUTE = 17, /**< noltDevSDK_special_one_click_mute */
     NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_SPEAKER_CONFIG = 18, /**< noltDevSDK_special_speaker_config */
     NOLTDEVSDK_SPECIAL_RUNTIME_INFO_TYPE_MAX = 19          /**< count */
