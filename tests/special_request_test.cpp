@@ -1,4 +1,5 @@
 // The device's own requests and the operations the application starts.
+#include <climits>
 #include <cmath>
 #include <sstream>
 
@@ -6,6 +7,8 @@
 #include "special_fixture.h"
 
 using namespace special_test;
+
+extern "C" int special_c_send_msg_type(int type);
 
 namespace {
 
@@ -102,6 +105,16 @@ TEST_F(RequestsTest, TrusteeshipReportPassesItsResultOn) {
     EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_SEND_DATA_ERROR, noltDevSDK_special_report_trusteeship());
     ASSERT_EQ(1u, SentCount());
     EXPECT_EQ(12449u, SentMessages()[0].command);
+}
+
+TEST_F(RequestsTest, TypesOutsideTheRequestsAreNotSupportedFromC) {
+    // a C caller can store any int in msg_type; none of these may send or crash
+    for (int type : {-1, int(NOLTDEVSDK_SPECIAL_MSG_TO_SERVER_COUNT), 99, INT_MAX, INT_MIN}) {
+        EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT, special_c_send_msg_type(type)) << type;
+    }
+    EXPECT_EQ(0u, SentCount());
+    EXPECT_EQ(0, special_c_send_msg_type(NOLTDEVSDK_SPECIAL_UNBIND_USER)); // the same path works
+    EXPECT_EQ(1u, SentCount());
 }
 
 TEST_F(RequestsTest, ResultMappingInitGuardAndRawPassThrough) {

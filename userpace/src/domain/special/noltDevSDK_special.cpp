@@ -6,6 +6,7 @@
 #include "noltDevSDK_report_status.h"
 #include "special.h"
 #include "special_bus.h"
+#include "special_enum.h"
 #include "special_extern.h"
 #include "special_layout.h"
 #include "special_shadow.h"
@@ -78,7 +79,8 @@ int noltDevSDK_special_send_msg(noltDevSDK_special_msg *msg) {
         return NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM;
     }
     int ret;
-    switch (msg->msg_type) {
+    /* a C application may put any int in msg_type: it is switched on as that int */
+    switch (SpecialEnumValue(msg->msg_type)) {
     case NOLTDEVSDK_SPECIAL_UNBIND_USER:
         ret = SpecialUnbindUserReq();
         break;

@@ -9,6 +9,7 @@
 #include "noltDevSDK_report_status.h"
 #include "special.h"
 #include "special_bus.h"
+#include "special_enum.h"
 #include "special_extern.h"
 #include "special_routes.h"
 
@@ -91,15 +92,17 @@ void special_extend_event_cb(noltdev_sdk_kernel_event *event, NOLTDEV_SDK_PTR pU
         return;
     }
     /* on every (re)connection the platform is given these items afresh */
-    switch (event->event_type) {
+    /* the kernel is C: its event type is read as the int it holds */
+    const int type = static_cast<int>(SpecialEnumValue(event->event_type));
+    switch (type) {
     case sdk_kernel_event_online:
-        noltdev_debug(LOG_DEBUG, "special_extend_data_route_cb %d\n", static_cast<int>(event->event_type));
+        noltdev_debug(LOG_DEBUG, "special_extend_data_route_cb %d\n", type);
         noltDevSDK_report_set_force_report(NOLTDEVSDK_ReportFlowCountConfig);
         noltDevSDK_report_set_force_report(NOLTDEVSDK_ReportTrusteeshipConnect);
         noltDevSDK_report_set_force_report(NOLTDEVSDK_ReportVoddnsMappedPort);
         break;
     case sdk_kernel_event_reconnect_success:
-        noltdev_debug(LOG_DEBUG, "special_extend_data_route_cb %d\n", static_cast<int>(event->event_type));
+        noltdev_debug(LOG_DEBUG, "special_extend_data_route_cb %d\n", type);
         noltDevSDK_report_set_force_report(NOLTDEVSDK_ReportVoddnsMappedPort);
         break;
     default:

@@ -11,6 +11,7 @@
 #include "log_ctrl.h"
 #include "special.h"
 #include "special_bus.h"
+#include "special_enum.h"
 #include "special_json.h"
 
 typedef noltDevSDK_Special_DelTrusteeship_S SpecialDelBlock;
@@ -123,7 +124,8 @@ int ParseSync_DelTrusteeship(const noltDevSDK_Shadow_value_t *pValue,
         noltdev_debug(LOG_ERROR, "NULL input param.\n");
         return -1;
     }
-    if (pValue->type != shd_data_type_array) {
+    /* the shadow service is C: the value's type is compared as the int it holds */
+    if (SpecialEnumValue(pValue->type) != shd_data_type_array) {
         noltdev_debug(LOG_ERROR, " pValue type err.\n");
         return -1;
     }
@@ -184,20 +186,6 @@ static char *SpecialPrintDelResults(const SpecialDelBlock *block, unsigned int c
     return text;
 }
 
-/* Units of the application's block to report. When the application gives the block's
- * size in len, no unit beyond it is read, whatever usNum says; -1 when len is too small
- * for the header itself. */
-static int SpecialDelUnitCount(const SpecialDelBlock *block, int len) {
-    if (len <= 0) {
-        return block->usNum;
-    }
-    if ((size_t)len < sizeof *block) {
-        return -1;
-    }
-    size_t room = ((size_t)len - sizeof *block) / sizeof(SpecialDelUnit);
-    return block->usNum < room ? block->usNum : (int)room;
-}
-
 int GenJson_Trusteeship_Proc(noltDevSDK_Shadow_value_t *pValue,
                              noltDevSDK_Shadow_GenValue_Param_S *pstParam) {
     noltDevSDK_special_callback *cb = GetSpecialCallback();
@@ -222,16 +210,16 @@ int GenJson_Trusteeship_Proc(noltDevSDK_Shadow_value_t *pValue,
         free(block);
         return 0;
     }
-    int count = block != NULL ? SpecialDelUnitCount(block, info.len) : -1;
-    if (count < 0) {
+    if (block == NULL) {
         noltdev_debug(LOG_ERROR, "get_runtime_info type:%d gave no deletion block\n",
                       NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP);
-        free(block);
         return -1;
     }
     pstParam->ucRstType = noltDevSDK_Shadow_GenValue_Type_Total;
     pstParam->uiVersion = block->uiVersion;
-    char *text = SpecialPrintDelResults(block, (unsigned int)count);
+    /* one item per unit the block counts; the len the application wrote back is not
+     * consulted */
+    char *text = SpecialPrintDelResults(block, block->usNum);
     free(block);
     if (text == NULL) {
         noltdev_debug(LOG_ERROR, "Failed to GenJson_SmartControl_Rules.\n");
