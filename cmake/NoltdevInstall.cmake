@@ -13,6 +13,17 @@ if(NOLTDEV_BUILD_HOST_SDK)
 else()
   set(NOLTDEV_HAS_HOST_SDK FALSE)
 endif()
+if(NOLTDEV_MODULE_STATIC)
+  # a static module carries its cJSON link into the package
+  list(APPEND NOLTDEV_EXPORTED_TARGETS noltdev_cjson)
+endif()
+
+# add_subdirectory users get the package's names too.
+foreach(target IN LISTS NOLTDEV_EXPORTED_TARGETS)
+  if(NOT target STREQUAL "noltDevSDK_special")
+    add_library(noltDevSDK_special::${target} ALIAS ${target})
+  endif()
+endforeach()
 
 # Installed libraries find their siblings (the module needs the host services) beside them.
 foreach(target IN LISTS NOLTDEV_EXPORTED_TARGETS)
@@ -28,7 +39,8 @@ install(TARGETS ${NOLTDEV_EXPORTED_TARGETS} EXPORT noltDevSDK_specialTargets
   RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR}
   INCLUDES DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 
-install(FILES ${PROJECT_SOURCE_DIR}/userpace/inc/noltDevSDK_special_def.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
+install(FILES ${NOLTDEV_PUBLIC_HEADER} ${PROJECT_SOURCE_DIR}/userpace/inc/noltDevSDK_special_protocol.h
+  ${NOLTDEV_GENERATED_INCLUDE}/noltDevSDK_special_build.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 file(GLOB NOLTDEV_PLATFORM_HEADERS
   ${PROJECT_SOURCE_DIR}/microkernel/inc/*.h
   ${PROJECT_SOURCE_DIR}/subcore/*.h

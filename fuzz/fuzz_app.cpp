@@ -13,9 +13,9 @@
 #include <thread>
 #include <vector>
 
-#include "consts.h"
 #include "harness_start.h"
 #include "noltDevSDK_special_def.h"
+#include "noltDevSDK_special_protocol.h"
 #include "noltdev_host.h"
 
 namespace special_fuzz {

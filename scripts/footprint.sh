@@ -39,7 +39,7 @@ report() {
     echo
     echo "| bytes | kind | function |"
     echo "|---:|---|---|"
-    find "$build/CMakeFiles/noltDevSDK_special.dir" -name '*.su' -exec cat {} + |
+    find "$build/CMakeFiles/noltDevSDK_special_objects.dir" -name '*.su' -exec cat {} + |
         awk -F'\t' 'match($1, /^[^:]*:[0-9]+:[0-9]+:/) {
                          split($1, p, ":"); loc = p[1]; sub(".*/", "", loc);
                          printf "%d\t%s\t%s (%s:%s)\n", $2, $3, substr($1, RLENGTH + 1), loc, p[2] }' |

@@ -2,7 +2,7 @@
 // device sequence counter and the request/response frame around a test handler.
 #include <cstdlib>
 
-#include "consts.h"
+#include "noltDevSDK_special_protocol.h"
 #include "noltdev_sdk_kernel_struct.h"
 #include "special_bus.h"
 #include "special_fixture.h"
@@ -46,12 +46,12 @@ TEST_F(BusTest, SendPathsFillThePublishRecord) {
     noltdev_xml_init_req(doc);
     EXPECT_EQ(special_send_msg_to_platform(doc, kPu2CenPltReportKeyValueReq, v32.c_str(), 1, 7, nullptr), 0);
     SetSendResult(NOLTDEV_SDK_KERNEL_ERR_SEND);
-    EXPECT_EQ(special_send_json_to_platform("{}", 12382, "v1.0.0", 0, 8),
+    EXPECT_EQ(special_send_json_to_platform("{}", kPu2CenPltReportKeyValueReq, "v1.0.0", 0, 8),
               NOLTDEVSDK_SPECIAL_CODE_SEND_DATA_ERROR);
     std::vector<Sent> sent = SentMessages();
     ASSERT_EQ(sent.size(), 2u);
-    EXPECT_EQ(sent[0].domain, 3999u);
-    EXPECT_EQ(sent[0].command, 12382u);
+    EXPECT_EQ(sent[0].domain, uint32_t(kDomain));
+    EXPECT_EQ(sent[0].command, uint32_t(kPu2CenPltReportKeyValueReq));
     EXPECT_EQ(sent[0].seq, 7u);
     EXPECT_EQ(sent[0].response, 1);
     EXPECT_EQ(sent[0].version, v32.substr(0, 31));
@@ -102,10 +102,12 @@ TEST_F(BusTest, FrameAnswersUnderTheAnswerCommand) {
         const char *result; // the answer's "Result"; nullptr: nothing sent
         const char *log;
     } cases[] = {
-        {bad, 18830, 0, 0, 0, "3", "SpecialPlatformReqAndRspBushandle XML parse failed, cmd = 0x498d\n"},
+        {bad, kCenPlt2PuSetKeyValueRsp, 0, 0, 0, "3",
+         "SpecialPlatformReqAndRspBushandle XML parse failed, cmd = 0x498d\n"},
         {bad, 0, 0, 0, 0, nullptr, no_rsp},
-        {good, 18830, 0, 1, 0, "4", nullptr},
-        {good, 18830, NOLTDEV_SDK_KERNEL_ERR_SEND, 1, NOLTDEVSDK_SPECIAL_CODE_SEND_DATA_ERROR, "4", nullptr},
+        {good, kCenPlt2PuSetKeyValueRsp, 0, 1, 0, "4", nullptr},
+        {good, kCenPlt2PuSetKeyValueRsp, NOLTDEV_SDK_KERNEL_ERR_SEND, 1,
+         NOLTDEVSDK_SPECIAL_CODE_SEND_DATA_ERROR, "4", nullptr},
         {good, 0, 0, 1, 0, nullptr, no_rsp},
     };
     for (const Case &c : cases) {
@@ -165,7 +167,7 @@ TEST_F(BusTest, HandlerBuiltAnswersGetNoSkeletonAndNoStamp) {
     SpecialPlatformReqAndRspXmlBushandle(good, 0, kCenPlt2PuAIMemberPicSynRsp, "v1.0.0", 6, JsonHandler,
                                          nullptr);
     ASSERT_EQ(SentCount(), 2u);
-    EXPECT_EQ(SentMessages()[0].command, 18864u);
+    EXPECT_EQ(SentMessages()[0].command, uint32_t(kCenPlt2PuWakeRsp));
     EXPECT_EQ(SentMessages()[0].body, "");
     EXPECT_EQ(SentMessages()[1].body, "{\"Result\":0}");
     EXPECT_TRUE(HasLog(4, "\nsend:{\"Result\":0}\n"));

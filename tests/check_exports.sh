@@ -1,19 +1,25 @@
 #!/bin/sh
-# The module's shared object must define no platform function: on a device those come
-# from the vendor SDK. The log's optional level query must stay a weak reference, so that
-# the module still loads beside a kernel without it. Usage: check_exports.sh NM LIBRARY
+# The module's shared object defines exactly the functions the public header marks for
+# export, and no other dynamic symbol, function or data: an internal name left visible
+# could be taken over by a same-named function of another library in the process. The
+# log's optional level query must stay a weak reference, so that the module still loads
+# beside a kernel without it. Usage: check_exports.sh NM LIBRARY PUBLIC_HEADER
 nm_tool=$1
 library=$2
-found=$("$nm_tool" -D --defined-only "$library" | awk '{print $3}' |
-    grep -E '^(noltdev_|noltDevSDK_report_|noltDevSDK_Shadow_|noltDevSDK_Common_|_ZN10CMarkupSTL|_ZNK10CMarkupSTL)')
-if [ -n "$found" ]; then
-    echo "the module defines platform functions:"
-    echo "$found"
+header=$3
+expected=$(tr '\n' ' ' <"$header" | grep -oE 'NOLTDEVSDK_SPECIAL_API +int +noltDevSDK_special_[A-Za-z0-9_]+' |
+    awk '{print $3}' | sort)
+defined=$("$nm_tool" -D --defined-only "$library" | awk '{print $3}' | sort)
+if [ "$(echo "$expected" | wc -l)" -ne 7 ]; then
+    echo "the public header should mark 7 functions for export, it marks:"
+    echo "$expected"
     exit 1
 fi
-exported=$("$nm_tool" -D --defined-only "$library" | awk '{print $3}' | grep -c '^noltDevSDK_special_')
-if [ "$exported" -ne 7 ]; then
-    echo "expected the 7 exported noltDevSDK_special_* functions, found $exported"
+if [ "$defined" != "$expected" ]; then
+    echo "the module's dynamic symbols differ from the 7 public functions; defined besides them:"
+    echo "$defined" | grep -vxF "$expected"
+    echo "missing:"
+    echo "$expected" | grep -vxF "$defined"
     exit 1
 fi
 binding=$("$nm_tool" -D --undefined-only "$library" | awk '$2 == "noltdev_debug_wanted" {print $1}')
@@ -21,4 +27,4 @@ if [ "$binding" != "w" ]; then
     echo "noltdev_debug_wanted must be referenced weakly (nm says '$binding')"
     exit 1
 fi
-echo "exports ok"
+echo "exports ok: $(echo "$expected" | tr '\n' ' ')"

@@ -9,8 +9,8 @@
 #include <set>
 #include <thread>
 
-#include "consts.h"
 #include "noltDevSDK_report_status.h"
+#include "noltDevSDK_special_protocol.h"
 #include "special_fixture.h"
 
 namespace special_test {

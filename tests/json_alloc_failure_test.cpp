@@ -4,8 +4,8 @@
 #include <atomic>
 #include <functional>
 
-#include "consts.h"
 #include "noltDevSDK_report_status.h"
+#include "noltDevSDK_special_protocol.h"
 #include "special_fixture.h"
 #include "status_support.h"
 

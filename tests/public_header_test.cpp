@@ -2,8 +2,11 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <ctime>
+#include <string>
 
 #include "noltDevSDK_special_def.h"
+#include "noltDevSDK_special_protocol.h"
 
 extern "C" int special_c_record_sizes(size_t *out, int max);
 extern "C" int special_c_init_info_ok(void);
@@ -31,4 +34,97 @@ TEST(PublicHeader, CodesAreNegativeAndCallbacksUsableFromC) {
         EXPECT_LT(code, 0);
     }
     EXPECT_EQ(static_cast<unsigned>(NOLTDEVSDK_SPECIAL_CODE_SEND_DATA_ERROR), 0xD3999020u);
+}
+
+// The installed identifiers are the platform's numbers: the module and the application
+// both build from them, so a wrong one would go unnoticed anywhere else.
+TEST(ProtocolHeader, IdentifiersAreThePlatformsNumbers) {
+    EXPECT_EQ(3999, NOLTDEVSDK_SPECIAL_DOMAIN_ID);
+    const int pairs[][2] = {
+        {kPu2CenPltQueryDevInfoByDomainReq, 10379},
+        {kPu2CenPltQueryDevInfoByDomainRsp, 10380},
+        {kPu2CenPltReportDevSwitchEnableReq, 12355},
+        {kPu2CenPltReportPowerStatusReq, 12358},
+        {kPu2CenPltReportDevicePlanReq, 12366},
+        {kPu2CenPltReportFlowCountReq, 12374},
+        {kPu2CenPltReportFlowCountConfigFReq, 12378},
+        {kPu2CenPltReportKeyValueReq, 12382},
+        {kPu2CenPltReportPortInfoReq, 12383},
+        {kPu2CenPltReportTrusteeshipReq, 12449},
+        {kPu2CenPltReportConnStatusReq, 12450},
+        {kPu2CenPltSendVerificationCodeReq, 13450},
+        {kPu2CenPltSendVerificationCodeRsp, 13451},
+        {kPu2CenPltAIMemberPicModelDataReportReq, 13584},
+        {kPu2CenPltAIMemberPicModelDataReportRsp, 13585},
+        {kPu2CenPltReport4GFlowInfoReq, 13600},
+        {kPu2CenPltUnBindUserReq, 19590},
+        {kPu2CenPltUnBindUserRsp, 19591},
+        {kCenPlt2PuSetSwitchEnableReq, 18699},
+        {kCenPlt2PuSetSwitchEnableRsp, 18700},
+        {kCenPlt2PuSetDevPlanReq, 18731},
+        {kCenPlt2PuSetDevPlanRsp, 18732},
+        {kCenPlt2PuSetFollowCountInfoReq, 18749},
+        {kCenPlt2PuSetFollowCountInfoRsp, 18750},
+        {kCenPlt2PuSetKeyValueReq, 18829},
+        {kCenPlt2PuSetKeyValueRsp, 18830},
+        {kCenPlt2PuSetCustomVoiceReq, 18843},
+        {kCenPlt2PuSetCustomVoiceRsp, 18844},
+        {kCenPlt2PuWakeReq, 18863},
+        {kCenPlt2PuWakeRsp, 18864},
+        {kCenPlt2PuSetDelaySleepReq, 19588},
+        {kCenPlt2PuSetDelaySleepRsp, 19589},
+        {kCenPlt2PuDelTrusteeshipReq, 19592},
+        {kCenPlt2PuDelTrusteeshipRsp, 19593},
+        {kCenPlt2PuAIMemberPicSynReq, 19596},
+        {kCenPlt2PuAIMemberPicSynRsp, 19597},
+        {kCenPlt2PuAIMemberPicEditReq, 19598},
+        {kCenPlt2PuAIMemberPicEditRsp, 19599},
+        {kCenPlt2PuAIMemberPicDeleteReq, 19600},
+        {kCenPlt2PuAIMemberPicDeleteRsp, 19601},
+        {kCenPlt2PuAIMemberPicQueryReq, 19602},
+        {kCenPlt2PuAIMemberPicQueryRsp, 19603},
+        {kCenPlt2PuProwlDriveOutReq, 19606},
+        {kCenPlt2PuProwlDriveOutRsp, 19607},
+        {kCenPlt2PuSetLinkageModeStatusReq, 19917},
+        {kCenPlt2PuSetLinkageModeStatusRsp, 19918},
+        {NOLTDEVSDK_SPECIAL_ITEM_SWITCH_ENABLE_FLOW, 31},
+        {NOLTDEVSDK_SPECIAL_ITEM_FLOW_COUNT_CONFIG, 32},
+        {NOLTDEVSDK_SPECIAL_ITEM_KEY_VALUE, 33},
+        {NOLTDEVSDK_SPECIAL_ITEM_POWER_STATUS, 36},
+        {NOLTDEVSDK_SPECIAL_ITEM_BATTERY_WORK_STATUS, 37},
+        {NOLTDEVSDK_SPECIAL_ITEM_CUSTOM_VOICE, 38},
+        {NOLTDEVSDK_SPECIAL_ITEM_LINKAGE_MODE_STATUS, 39},
+        {NOLTDEVSDK_SPECIAL_ITEM_TRUSTEESHIP, 40},
+        {NOLTDEVSDK_SPECIAL_ITEM_TRUSTEESHIP_CONNECT, 42},
+        {NOLTDEVSDK_SPECIAL_ITEM_VODDNS_MAPPED_PORT, 45},
+        {NOLTDEVSDK_SPECIAL_ITEM_ASSOCIATED_DEVICE_CONN_STATUS, 92},
+        {NOLTDEVSDK_SPECIAL_ITEM_BATTERY_WORK_MODE, 96},
+        {NOLTDEVSDK_SPECIAL_ITEM_SWITCH_ENABLE_LINGER_ALARM, 101},
+        {NOLTDEVSDK_SPECIAL_ITEM_SWITCH_ENABLE_FACE_RECG, 102},
+        {NOLTDEVSDK_SPECIAL_ITEM_RING_TYPE, 103},
+        {NOLTDEVSDK_SPECIAL_ITEM_DISTORTION_CORRECTION, 104},
+        {NOLTDEVSDK_SPECIAL_ITEM_SWITCH_ENABLE_CHIME_INDICATOR, 105},
+        {NOLTDEVSDK_SPECIAL_ITEM_BATTERY_WORK_MODE_PLAN, 118},
+        {NOLTDEVSDK_SPECIAL_ITEM_NETWORK_MODE, 119},
+        {NOLTDEVSDK_SPECIAL_ITEM_4G_INFO, 122},
+        {NOLTDEVSDK_SPECIAL_ITEM_ONE_CLICK_MUTE, 123},
+        {NOLTDEVSDK_SPECIAL_ITEM_SPEAKER_CONFIG, 124},
+    };
+    for (const auto &pair : pairs) {
+        EXPECT_EQ(pair[1], pair[0]);
+    }
+    EXPECT_EQ(22, NOLTDEVSDK_SPECIAL_STATUS_ITEM_COUNT);
+}
+
+// The version macros and the recorded layout come from the build.
+TEST(ProtocolHeader, VersionAndLayoutOfTheBuild) {
+    EXPECT_EQ(std::to_string(NOLTDEVSDK_SPECIAL_VERSION_MAJOR) + "." +
+                  std::to_string(NOLTDEVSDK_SPECIAL_VERSION_MINOR) + "." +
+                  std::to_string(NOLTDEVSDK_SPECIAL_VERSION_PATCH),
+              NOLTDEVSDK_SPECIAL_VERSION_STRING);
+    EXPECT_EQ((NOLTDEVSDK_SPECIAL_VERSION_MAJOR << 16) | (NOLTDEVSDK_SPECIAL_VERSION_MINOR << 8) |
+                  NOLTDEVSDK_SPECIAL_VERSION_PATCH,
+              NOLTDEVSDK_SPECIAL_VERSION);
+    EXPECT_EQ(sizeof(time_t), size_t(NOLTDEVSDK_SPECIAL_BUILT_TIME_T_SIZE));
+    EXPECT_EQ(sizeof(void *), size_t(NOLTDEVSDK_SPECIAL_BUILT_POINTER_SIZE));
 }

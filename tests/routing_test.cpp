@@ -1,7 +1,7 @@
 // Registration of the domain with the kernel and routing of what the platform sends it,
 // played through the host kernel.
-#include "consts.h"
 #include "noltDevSDK_report_status.h"
+#include "noltDevSDK_special_protocol.h"
 #include "noltdev_sdk_kernel_struct.h"
 #include "special_extern.h"
 #include "special_fixture.h"
@@ -27,17 +27,18 @@ const struct {
     uint32_t cmd;
     const char *type, *fail_log;
 } kRedirects[] = {
-    {18699, "15", "special register switch type error\n"},
-    {18699, "611", "special register 611 switch type error\n"},
-    {18699, "613", "special register 613 switch type error\n"},
-    {18699, "614", "special register 614 switch type error\n"},
-    {18699, "617", "special register 617 switch type error\n"},
-    {18829, "batteryCameraWorkMode", "special register key value batteryCameraWorkMode error\n"},
-    {18829, "device_bell", "special register key value CustomRing error\n"},
-    {18829, "networkingMode", "special register key value networkingMode error\n"},
-    {18829, "OneClickMute", "special register key value error\n"},
-    {18829, "SpeakerConfig", "special register key value error\n"},
-    {18731, "17", "special register dev plan error\n"},
+    {kCenPlt2PuSetSwitchEnableReq, "15", "special register switch type error\n"},
+    {kCenPlt2PuSetSwitchEnableReq, "611", "special register 611 switch type error\n"},
+    {kCenPlt2PuSetSwitchEnableReq, "613", "special register 613 switch type error\n"},
+    {kCenPlt2PuSetSwitchEnableReq, "614", "special register 614 switch type error\n"},
+    {kCenPlt2PuSetSwitchEnableReq, "617", "special register 617 switch type error\n"},
+    {kCenPlt2PuSetKeyValueReq, "batteryCameraWorkMode",
+     "special register key value batteryCameraWorkMode error\n"},
+    {kCenPlt2PuSetKeyValueReq, "device_bell", "special register key value CustomRing error\n"},
+    {kCenPlt2PuSetKeyValueReq, "networkingMode", "special register key value networkingMode error\n"},
+    {kCenPlt2PuSetKeyValueReq, "OneClickMute", "special register key value error\n"},
+    {kCenPlt2PuSetKeyValueReq, "SpeakerConfig", "special register key value error\n"},
+    {kCenPlt2PuSetDevPlanReq, "17", "special register dev plan error\n"},
 };
 
 TEST_F(RoutingTest, RedirectRowsAreRegisteredInOrderAndFailuresOnlyLogged) {
@@ -56,7 +57,7 @@ TEST_F(RoutingTest, RedirectRowsAreRegisteredInOrderAndFailuresOnlyLogged) {
         char type[32];
         ASSERT_EQ(noltdev_host_redirect_get(i, &cmd, &domain, type), 0);
         EXPECT_EQ(cmd, kRedirects[i].cmd);
-        EXPECT_EQ(domain, 3999u);
+        EXPECT_EQ(domain, uint32_t(kDomain));
         std::string padded = kRedirects[i].type; // NUL-padded: no tail of a longer key
         EXPECT_EQ(std::string(type, sizeof type), padded.append(sizeof type - padded.size(), '\0'));
         EXPECT_EQ(failures[i], kRedirects[i].fail_log);

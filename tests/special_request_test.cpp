@@ -53,17 +53,17 @@ TEST_F(RequestsTest, EachRequestCarriesItsCommandNumberAndBody) {
         uint32_t command, seq;
         std::string body;
     } rows[] = {
-        {19590, first, "<Request/>"},
-        {13450, first + 1,
+        {kPu2CenPltUnBindUserReq, first, "<Request/>"},
+        {kPu2CenPltSendVerificationCodeReq, first + 1,
          "<Request><Authorization/><DevSerial>DS1234</DevSerial>"
          "<VerificationCode>123456</VerificationCode></Request>"},
-        {13600, 0,
+        {kPu2CenPltReport4GFlowInfoReq, 0,
          "<Request><DevSerial>DS1234</DevSerial><Type>4GFlow</Type>"
          "<Flow Incr=\"-2\" ICCID=\"8986001\" IMEI=\"3554001\" Type=\"1\"/>"
          "<Flow Incr=\"5\" ICCID=\"8986002\" IMEI=\"3554002\" Type=\"2\"/></Request>"},
-        {10379, first + 2,
+        {kPu2CenPltQueryDevInfoByDomainReq, first + 2,
          "<Request><Authorization/><DevSerial>DS1234</DevSerial><Domain>cam.example.net</Domain></Request>"},
-        {12374, first + 3,
+        {kPu2CenPltReportFlowCountReq, first + 3,
          "<Request><DevSerial>DS1234</DevSerial><Authorization/><Type>FlowCount</Type><Params>"
          "<Data In=\"3\" Out=\"2\" Begin=\"197001010000\" End=\"202311142213\"/></Params></Request>"},
     };
@@ -84,7 +84,9 @@ TEST_F(RequestsTest, OfflineRefusesOnlyThe4GReport) {
     for (const Sent &s : SentMessages()) {
         commands.push_back(s.command);
     }
-    EXPECT_EQ((std::vector<uint32_t>{19590, 13450, 10379, 12374}), commands);
+    EXPECT_EQ((std::vector<uint32_t>{kPu2CenPltUnBindUserReq, kPu2CenPltSendVerificationCodeReq,
+                                     kPu2CenPltQueryDevInfoByDomainReq, kPu2CenPltReportFlowCountReq}),
+              commands);
 }
 
 TEST_F(RequestsTest, FlowCountNeedsASegmentAndReadsAtMostTen) {
@@ -104,7 +106,7 @@ TEST_F(RequestsTest, TrusteeshipReportPassesItsResultOn) {
     SetSendResult(NOLTDEV_SDK_KERNEL_ERR_SEND);
     EXPECT_EQ(NOLTDEVSDK_SPECIAL_CODE_SEND_DATA_ERROR, noltDevSDK_special_report_trusteeship());
     ASSERT_EQ(1u, SentCount());
-    EXPECT_EQ(12449u, SentMessages()[0].command);
+    EXPECT_EQ(uint32_t(kPu2CenPltReportTrusteeshipReq), SentMessages()[0].command);
 }
 
 TEST_F(RequestsTest, TypesOutsideTheRequestsAreNotSupportedFromC) {

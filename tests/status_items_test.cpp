@@ -29,7 +29,7 @@ std::vector<ItemCase> Items() {
     std::vector<ItemCase> rows;
     const std::string sw = "Request/Params/Switch";
     auto switch_row = [&](const char *name, uint32_t id, int (*detect)(void), int type, const char *code) {
-        rows.push_back({name, id, detect, 1, SwitchAnswer(type, 1), 12355, false,
+        rows.push_back({name, id, detect, 1, SwitchAnswer(type, 1), kPu2CenPltReportDevSwitchEnableReq, false,
                         All({Attr(sw, "Channel", "0"), Attr(sw, "Enable", "1"), Attr(sw, "Type", code)}),
                         Attr(sw, "Enable", "-1")});
     };
@@ -41,8 +41,8 @@ std::vector<ItemCase> Items() {
     auto value_row = [&](const char *name, uint32_t id, int (*detect)(void), int type,
                          std::vector<unsigned char> bytes, const char *key, const char *value,
                          const char *initial) {
-        rows.push_back(
-            {name, id, detect, type, Answer(bytes), 12382, false, Status(key, value), Status(key, initial)});
+        rows.push_back({name, id, detect, type, Answer(bytes), kPu2CenPltReportKeyValueReq, false,
+                        Status(key, value), Status(key, initial)});
     };
     value_row("ICR", 33, SpecialICRIsChanged, 2, Bytes(noltDevSDK_special_key_value{0, 0, 1}), "ICR", "1",
               "-1");
@@ -62,7 +62,8 @@ std::vector<ItemCase> Items() {
               "device_bell", R"({"Type":1,"CustomRingIndex":2,"Volume":3})",
               R"({"Type":0,"CustomRingIndex":0,"Volume":0})");
     rows.push_back({"Speaker", 124, SpecialSpeakerConfigIsChanged, 18,
-                    Answer(Bytes(noltDevSDK_special_speaker_config{1, 2, 0, 5})), 12382, false,
+                    Answer(Bytes(noltDevSDK_special_speaker_config{1, 2, 0, 5})), kPu2CenPltReportKeyValueReq,
+                    false,
                     All({ValueJson("SpeakerConfig", "RingSwitch", "1"),
                          ValueJson("SpeakerConfig", "IntelligentIndex", "5")}),
                     ValueJson("SpeakerConfig", "IntelligentIndex", "-1")});
@@ -70,7 +71,8 @@ std::vector<ItemCase> Items() {
     noltDevSDK_special_plan plan = {};
     plan.enable_plan = 1;
     plan.special_work_mode_plan.time[2][3] = {2, 0, 3600};
-    rows.push_back({"Plan", 118, SpecialBatteryWorkModePlanIsChanged, 14, Answer(Bytes(plan)), 12366, false,
+    rows.push_back({"Plan", 118, SpecialBatteryWorkModePlanIsChanged, 14, Answer(Bytes(plan)),
+                    kPu2CenPltReportDevicePlanReq, false,
                     All({Text("Request/Type", "DevicePlan"), Text("Request/Params/Force", "0"),
                          Text("Request/DevSerial", "<none>")}),
                     All({Text("Request/Params/Enable", "0"), Text("Request/Params/Force", "1")})});
@@ -78,24 +80,27 @@ std::vector<ItemCase> Items() {
     noltDevSDK_special_custom_voice_infos voices = {};
     voices.num = 1;
     voices.voice_info[0] = {3, 1, "bell", "http://v/3", 1700000000, 1};
-    rows.push_back({"CustomVoice", 38, SpecialCustomVoiceIsChanged, 3, Answer(Bytes(voices)), 12382, false,
+    rows.push_back({"CustomVoice", 38, SpecialCustomVoiceIsChanged, 3, Answer(Bytes(voices)),
+                    kPu2CenPltReportKeyValueReq, false,
                     All({ValueJson("CustomVoice", "[0]index", "3"),
                          ValueJson("CustomVoice", "[0]createtime", "1700000000")}),
                     ValueJson("CustomVoice", "", "[0]")});
 
     rows.push_back({"Trusteeship", 40, SpecialTrusteeshipIsChanged, 6,
-                    Answer(Bytes(noltDevSDK_Trusteeship{"BASE01"})), 12449, false,
+                    Answer(Bytes(noltDevSDK_Trusteeship{"BASE01"})), kPu2CenPltReportTrusteeshipReq, false,
                     All({DocJson("operateType", "1"), DocJson("baseserial", "BASE01")}),
                     All({DocJson("operateType", "1"), DocJson("baseserial", "000000000")})});
 
     ChildList<noltDevSDK_trusteeship_subserial> connect = {2, {{"S1", 1, 0}, {"S2", 1, 1}}};
     rows.push_back({"TrusteeshipConnect", 42, SpecialTrusteeshipConnectIsChanged, 7, Answer(Bytes(connect)),
-                    12450, false, All({DocJson("devseral", "DS0000000000"), DocJson("list", "[2]")}),
+                    kPu2CenPltReportConnStatusReq, false,
+                    All({DocJson("devseral", "DS0000000000"), DocJson("list", "[2]")}),
                     DocJson("list", "[0]")});
 
     ChildList<noltDevSDK_PowerStatus_subserial> power = {
         2, {{"S1", 1, 80, "ok", 5, "B1", 1}, {"S2", 1, 70, "", 4, "", 0}}};
-    rows.push_back({"Power", 36, SpecialPowerStatusIsChanged, 8, Answer(Bytes(power)), 12358, false,
+    rows.push_back({"Power", 36, SpecialPowerStatusIsChanged, 8, Answer(Bytes(power)),
+                    kPu2CenPltReportPowerStatusReq, false,
                     All({Text("Request/Type", "PowerStatus"),
                          Children("Request/Params", "Power", "SubSerial", "B1-S1 S2")}),
                     Children("Request/Params", "Power", "SubSerial", "")});
@@ -103,7 +108,7 @@ std::vector<ItemCase> Items() {
     noltDevSDK_special_associated_device_conn_status chime = {1234,       -100,        "ssid",     "wlan0",
                                                               "10.0.0.2", "255.0.0.0", "10.0.0.1", "DB1"};
     rows.push_back({"Associated", 92, SpecialAssociatedDeviceConnStatusIsChanged, 11, Answer(Bytes(chime)),
-                    12382, false,
+                    kPu2CenPltReportKeyValueReq, false,
                     All({ValueJson("DB_Chime_ConnInfo", "Conn", "123"),
                          ValueJson("DB_Chime_ConnInfo", "Signal", "-10")}),
                     ValueJson("DB_Chime_ConnInfo", "Conn", "-1")});
@@ -112,12 +117,14 @@ std::vector<ItemCase> Items() {
     ports.mapped_port_infos[0] = {"http", 80, 8080};
     ports.mapped_port_infos[2] = {"rtsp", 554, 5554};
     rows.push_back(
-        {"MappedPorts", 45, SpecialVoddnsLocalMappedInfosIsChanged, 10, Answer(Bytes(ports)), 12383, true,
+        {"MappedPorts", 45, SpecialVoddnsLocalMappedInfosIsChanged, 10, Answer(Bytes(ports)),
+         kPu2CenPltReportPortInfoReq, true,
          All({Text("Request/NatIP", "1.2.3.4"), Children("Request", "PortMap", "Type", "http rtsp")}),
          Children("Request", "PortMap", "Type", "")});
 
     noltDevSDK_special_4G_Info_S modem = {1, -70, 2, "LTE", "ICC1", "IMEI1"};
-    rows.push_back({"4G", 122, SpecialDev4GInfoIsChanged, 16, Answer(Bytes(modem)), 12382, true,
+    rows.push_back({"4G", 122, SpecialDev4GInfoIsChanged, 16, Answer(Bytes(modem)),
+                    kPu2CenPltReportKeyValueReq, true,
                     All({ValueJson("4G_Info", "sigal", "-70"), ValueJson("4G_Info", "IMEI", "IMEI1")}),
                     ValueJson("4G_Info", "sigal", "0")});
     return rows;

@@ -36,7 +36,9 @@ TEST_F(StatusTest, EmptyListsAreReportedAtTheFirstPollAfterLoad) {
     for (const Sent &s : PollSent()) {
         commands.push_back(s.command);
     }
-    EXPECT_EQ((std::vector<uint32_t>{12382, 12358, 12450}), commands);
+    EXPECT_EQ((std::vector<uint32_t>{kPu2CenPltReportKeyValueReq, kPu2CenPltReportPowerStatusReq,
+                                     kPu2CenPltReportConnStatusReq}),
+              commands);
     EXPECT_TRUE(PollSent().empty());
 }
 
@@ -81,7 +83,7 @@ TEST_F(StatusTest, FlowCountConfigIsReadAfreshOnlyWhenForced) {
     Force(32);
     std::vector<Sent> sent = PollSent();
     ASSERT_EQ(1u, sent.size());
-    EXPECT_EQ(12378u, sent[0].command);
+    EXPECT_EQ(uint32_t(kPu2CenPltReportFlowCountConfigFReq), sent[0].command);
     All({Text("Request/Type", "FlowCountConfig"), Text("Request/Params/Position", "90"),
          Attr("Request/Params/Line", "X1", "0.5000000"), Attr("Request/Params/Line", "Y2", "2.0000000"),
          Attr("Request/Params/Direction", "X1", "-0.5000000"),

@@ -5,11 +5,8 @@
 #include <string.h>
 
 #include <noltDevSDK_special_def.h>
+#include <noltDevSDK_special_protocol.h>
 #include <noltdev_host.h>
-
-#define SPECIAL_DOMAIN_ID 3999
-#define CMD_SET_DELAY_SLEEP_REQ 19588 /* the platform's delayed-sleep command */
-#define CMD_SET_DELAY_SLEEP_RSP 19589 /* and the device's answer to it */
 
 static int g_received;
 static int g_answers;
@@ -35,7 +32,7 @@ static int on_get_runtime_info(noltDevSDK_special_runtime_info *info) {
 /* Everything the module sends to the platform arrives here. */
 static int on_platform_message(const noltdev_host_message *msg, void *user) {
     (void)user;
-    if (msg->response && msg->command_id == CMD_SET_DELAY_SLEEP_RSP) {
+    if (msg->response && msg->command_id == kCenPlt2PuSetDelaySleepRsp) {
         g_answers++;
     }
     printf("to platform: command %u, seq %u, %s\n%s\n", (unsigned)msg->command_id, (unsigned)msg->seq,
@@ -61,7 +58,7 @@ int main(void) {
         return 1;
     }
 
-    rc = noltdev_host_inject(SPECIAL_DOMAIN_ID, CMD_SET_DELAY_SLEEP_REQ, 7, body, (uint32_t)strlen(body));
+    rc = noltdev_host_inject(NOLTDEVSDK_SPECIAL_DOMAIN_ID, kCenPlt2PuSetDelaySleepReq, 7, body, (uint32_t)strlen(body));
     printf("inject: %d\n", rc);
 
     noltDevSDK_special_fini();

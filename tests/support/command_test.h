@@ -5,7 +5,7 @@
 
 #include <set>
 
-#include "consts.h"
+#include "noltDevSDK_special_protocol.h"
 #include "special_fixture.h"
 
 namespace special_test {

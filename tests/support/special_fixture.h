@@ -18,11 +18,12 @@
 #include <pugixml.hpp>
 
 #include "noltDevSDK_special_def.h"
+#include "noltDevSDK_special_protocol.h"
 #include "noltdev_host.h"
 
 namespace special_test {
 
-constexpr int kDomain = 3999;
+constexpr int kDomain = NOLTDEVSDK_SPECIAL_DOMAIN_ID;
 
 // A platform request document around the given children.
 std::string Request(const std::string &children);

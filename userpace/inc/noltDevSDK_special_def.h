@@ -14,9 +14,43 @@
 
 #include <time.h>
 
+#include "noltDevSDK_special_build.h"
+
 #ifdef __cplusplus
 extern "C" {
 #endif
+
+/** @brief Marks the module's exported functions; every other symbol stays inside it. */
+#if defined(__GNUC__)
+#define NOLTDEVSDK_SPECIAL_API __attribute__((visibility("default")))
+#else
+#define NOLTDEVSDK_SPECIAL_API
+#endif
+
+/* ---- layout guard ------------------------------------------------------------------ */
+
+/** @brief Stops the compilation of code whose data layout differs from the module's
+ *  build: `cond` false names the fault and what to change. C99 has no static assertion,
+ *  so there the name of a negative-size array type carries the message. */
+#if defined(__cplusplus) && __cplusplus >= 201103L
+#define NOLTDEVSDK_SPECIAL_LAYOUT_CHECK(name, cond, text) static_assert(cond, text)
+#elif defined(__STDC_VERSION__) && __STDC_VERSION__ >= 201112L
+#define NOLTDEVSDK_SPECIAL_LAYOUT_CHECK(name, cond, text) _Static_assert(cond, text)
+#else
+#define NOLTDEVSDK_SPECIAL_LAYOUT_CHECK(name, cond, text) typedef char name[(cond) ? 1 : -1]
+#endif
+
+NOLTDEVSDK_SPECIAL_LAYOUT_CHECK(
+    noltDevSDK_special_time_t_differs_from_the_module_build__use_its_TIME_BITS,
+    sizeof(time_t) == NOLTDEVSDK_SPECIAL_BUILT_TIME_T_SIZE,
+    "time_t differs from the module's build: compile the application with the module's "
+    "_TIME_BITS (NOLTDEVSDK_SPECIAL_BUILT_TIME_T_SIZE in noltDevSDK_special_build.h) or link "
+    "a module built for this time_t");
+NOLTDEVSDK_SPECIAL_LAYOUT_CHECK(
+    noltDevSDK_special_pointer_size_differs_from_the_module_build__use_its_target,
+    sizeof(void *) == NOLTDEVSDK_SPECIAL_BUILT_POINTER_SIZE,
+    "pointers differ from the module's build: the module was built for another target "
+    "(NOLTDEVSDK_SPECIAL_BUILT_POINTER_SIZE in noltDevSDK_special_build.h)");
 
 /** @brief Result codes; 0 is success, every error is negative as a signed int. */
 typedef enum {
@@ -472,13 +506,13 @@ typedef struct {
  *         NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM for NULL; NOLTDEVSDK_SPECIAL_CODE_INIT_FAIL
  *         when the kernel refuses the domain.
  */
-int noltDevSDK_special_init(noltDevSDK_special_init_info *info);
+NOLTDEVSDK_SPECIAL_API int noltDevSDK_special_init(noltDevSDK_special_init_info *info);
 
 /**
  * @brief Takes the module down.
  * @return always 0.
  */
-int noltDevSDK_special_fini(void);
+NOLTDEVSDK_SPECIAL_API int noltDevSDK_special_fini(void);
 
 /**
  * @brief Sends a device-initiated request.
@@ -486,7 +520,7 @@ int noltDevSDK_special_fini(void);
  * @return 0; NOLTDEVSDK_SPECIAL_CODE_NOT_INITED, NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT or
  *         NOLTDEVSDK_SPECIAL_CODE_SEND_MSG_ERROR.
  */
-int noltDevSDK_special_send_msg(noltDevSDK_special_msg *msg);
+NOLTDEVSDK_SPECIAL_API int noltDevSDK_special_send_msg(noltDevSDK_special_msg *msg);
 
 /**
  * @brief Sends a raw message to the platform (works without init).
@@ -494,21 +528,21 @@ int noltDevSDK_special_send_msg(noltDevSDK_special_msg *msg);
  * @return 0; NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM for NULL;
  *         NOLTDEVSDK_SPECIAL_CODE_SEND_DATA_ERROR when the kernel refuses it.
  */
-int noltDevSDK_special_send_msg_to_platform(noltDevSDK_special_trans_cmd_msg *msg);
+NOLTDEVSDK_SPECIAL_API int noltDevSDK_special_send_msg_to_platform(noltDevSDK_special_trans_cmd_msg *msg);
 
 /**
  * @brief Event posting; not supported by this module.
  * @param info ignored.
  * @return always -1.
  */
-int noltDevSDK_special_post_event(noltDevSDK_special_post_event_info_S *info);
+NOLTDEVSDK_SPECIAL_API int noltDevSDK_special_post_event(noltDevSDK_special_post_event_info_S *info);
 
 /**
  * @brief Reads the trusteeship afresh and reports it at once.
  * @return the send result, -1 on an application failure, or
  *         NOLTDEVSDK_SPECIAL_CODE_NOT_INITED.
  */
-int noltDevSDK_special_report_trusteeship(void);
+NOLTDEVSDK_SPECIAL_API int noltDevSDK_special_report_trusteeship(void);
 
 /**
  * @brief Reports people-flow counting segments.
@@ -516,7 +550,8 @@ int noltDevSDK_special_report_trusteeship(void);
  * @return the send result, NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM for no segments, or
  *         NOLTDEVSDK_SPECIAL_CODE_NOT_INITED.
  */
-int noltDevSDK_special_report_flow_counting(noltDevSDK_special_flow_counting_seg_count *seg_info);
+NOLTDEVSDK_SPECIAL_API int
+noltDevSDK_special_report_flow_counting(noltDevSDK_special_flow_counting_seg_count *seg_info);
 
 #ifdef __cplusplus
 }

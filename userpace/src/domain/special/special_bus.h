@@ -7,9 +7,10 @@
 #include <time.h>
 
 #include "markupstl.h"
+#include "noltDevSDK_special_protocol.h"
 
 /* The domain of the module: extension id, redirect rows, every message sent, shadow. */
-#define SPECIAL_DOMAIN_ID 3999
+#define SPECIAL_DOMAIN_ID NOLTDEVSDK_SPECIAL_DOMAIN_ID
 /* Version carried by every answer, request and report. */
 #define SPECIAL_CMD_VERSION "v1.0.0"
 
