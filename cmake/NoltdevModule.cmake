@@ -51,7 +51,16 @@ if(NOLTDEV_STACK_USAGE)
 endif()
 
 if(NOLTDEV_MODULE_STATIC)
-  add_library(noltDevSDK_special STATIC $<TARGET_OBJECTS:noltDevSDK_special_objects>)
+  # One relocatable object whose hidden symbols are made local, so that in the
+  # application's link too only the seven public names are visible.
+  set(prelinked ${PROJECT_BINARY_DIR}/noltDevSDK_special_prelinked.o)
+  add_custom_command(OUTPUT ${prelinked}
+    COMMAND ${CMAKE_LINKER} -r -o ${prelinked} $<TARGET_OBJECTS:noltDevSDK_special_objects>
+    COMMAND ${CMAKE_OBJCOPY} --localize-hidden ${prelinked}
+    DEPENDS $<TARGET_OBJECTS:noltDevSDK_special_objects> COMMAND_EXPAND_LISTS VERBATIM)
+  set_source_files_properties(${prelinked} PROPERTIES EXTERNAL_OBJECT TRUE GENERATED TRUE)
+  add_library(noltDevSDK_special STATIC ${prelinked})
+  add_dependencies(noltDevSDK_special noltDevSDK_special_objects)
 else()
   add_library(noltDevSDK_special SHARED $<TARGET_OBJECTS:noltDevSDK_special_objects>)
   set_target_properties(noltDevSDK_special PROPERTIES

@@ -11,7 +11,7 @@ bash scripts/install-deps.sh
 secs=${SECONDS_PER_FUZZER:-60}
 build=${FUZZ_BUILD_DIR:-build-fuzz}
 fuzzers=${FUZZERS:-router answers shadow status}
-CC=clang-14 CXX=clang++-14 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo -DNOLTDEV_BUILD_FUZZ=ON \
+CC=clang-14 CXX=clang++-14 cmake -S . -B "$build" -DNOLTDEV_WERROR=ON -DCMAKE_BUILD_TYPE=RelWithDebInfo -DNOLTDEV_BUILD_FUZZ=ON \
     -DNOLTDEV_SANITIZE=address,undefined -DNOLTDEV_BUILD_TESTS=OFF -DNOLTDEV_BUILD_TOOLS=OFF \
     -DNOLTDEV_BUILD_BENCH=OFF >/dev/null
 targets=()

@@ -10,7 +10,7 @@ cd "$here/.."
 bash scripts/install-deps.sh
 
 build=${COVERAGE_BUILD_DIR:-build-coverage}
-CC=gcc CXX=g++ cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Debug -DNOLTDEV_COVERAGE=ON -DNOLTDEV_SANITIZE= \
+CC=gcc CXX=g++ cmake -S . -B "$build" -DNOLTDEV_WERROR=ON -DCMAKE_BUILD_TYPE=Debug -DNOLTDEV_COVERAGE=ON -DNOLTDEV_SANITIZE= \
     -DNOLTDEV_BUILD_TOOLS=OFF -DNOLTDEV_BUILD_BENCH=OFF -DNOLTDEV_BUILD_FUZZ=OFF >/dev/null
 cmake --build "$build" -j2 --target special_tests
 find "$build" -name '*.gcda' -delete

@@ -19,4 +19,4 @@ fi
 
 apt_install_missing \
     cmake make pkg-config binutils-arm-linux-gnueabihf g++-arm-linux-gnueabihf qemu-user \
-    libcjson-dev:armhf libpugixml-dev:armhf libgtest-dev:armhf
+    libcjson-dev:armhf libpugixml-dev:armhf libgtest-dev:armhf abigail-tools

@@ -8,4 +8,4 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 apt_install_missing \
     cmake make g++ clang-14 libclang-rt-14-dev clang-format-14 \
     libcjson-dev libpugixml-dev libgtest-dev libgmock-dev libbenchmark-dev \
-    valgrind gcovr pkg-config binutils file
+    valgrind gcovr pkg-config binutils file abigail-tools

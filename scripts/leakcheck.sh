@@ -9,7 +9,7 @@ cd "$here/.."
 bash scripts/install-deps.sh
 
 build=${LEAK_BUILD_DIR:-build-leak}
-CC=gcc CXX=g++ cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=Debug -DNOLTDEV_SANITIZE= -DNOLTDEV_COVERAGE=OFF \
+CC=gcc CXX=g++ cmake -S . -B "$build" -DNOLTDEV_WERROR=ON -DCMAKE_BUILD_TYPE=Debug -DNOLTDEV_SANITIZE= -DNOLTDEV_COVERAGE=OFF \
     -DNOLTDEV_BUILD_TOOLS=OFF -DNOLTDEV_BUILD_BENCH=OFF -DNOLTDEV_BUILD_FUZZ=OFF >/dev/null
 cmake --build "$build" -j2 --target special_tests
 

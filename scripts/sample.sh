@@ -47,6 +47,17 @@ cmake -S examples/sample_app -B "$out" -DCMAKE_PREFIX_PATH="$stage" "${cmake_arg
 cmake --build "$out" -j2
 "${run[@]}" "$out/sample_app"
 
+if [ "$target" = armhf ]; then
+    # the installed headers carry the module's layout: the other time_t is refused
+    echo "== sample_app with 64-bit time_t against the installed headers ($target): refused"
+    if log=$("${cc[@]}" -std=c99 -fsyntax-only -D_TIME_BITS=64 -D_FILE_OFFSET_BITS=64 -I"$stage/include" \
+        -I"$stage/include/noltdev" examples/sample_app/main.c 2>&1); then
+        echo "the layout guard let a 64-bit time_t application through" >&2
+        exit 1
+    fi
+    echo "$log" | grep -m1 "time_t_differs_from_the_module_build"
+fi
+
 echo "== sample_app through pkg-config ($target)"
 pc_path=$stage/lib/pkgconfig
 if [ -n "$pc_libdir" ]; then

@@ -8,7 +8,7 @@ cd "$here/.."
 bash scripts/install-deps.sh
 
 build=${TSAN_BUILD_DIR:-build-tsan}
-CC=clang-14 CXX=clang++-14 cmake -S . -B "$build" -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+CC=clang-14 CXX=clang++-14 cmake -S . -B "$build" -DNOLTDEV_WERROR=ON -DCMAKE_BUILD_TYPE=RelWithDebInfo \
     -DNOLTDEV_SANITIZE=thread -DNOLTDEV_BUILD_TOOLS=OFF -DNOLTDEV_BUILD_BENCH=OFF -DNOLTDEV_BUILD_FUZZ=OFF >/dev/null
 cmake --build "$build" -j2 --target special_tests
 
