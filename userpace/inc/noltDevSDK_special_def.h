@@ -457,7 +457,7 @@ typedef struct {
  *  excepted: see NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP). */
 typedef struct {
     int type;   /**< NOLTDEVSDK_SPECIAL_RUNTIME_INFO_TYPE_E */
-    void *data; /**< the zero-filled record to fill (at most len bytes); NULL for type 9 */
+    void *data; /**< the record to fill, at most len bytes, zero-filled; NULL for type 9 */
     int len;    /**< size in bytes of that record as this header lays it out; 0 for type 9 */
 } noltDevSDK_special_runtime_info;
 
