@@ -17,14 +17,14 @@
  * `recv_msg` is called on:
  * - the kernel's message thread, for every platform command of the domain (types 0, 1,
  *   2, 4, 5, 7, 8, 9 and 14 to 21), one command at a time in the order the kernel
- *   delivers them; the platform's answer is sent on that thread after `recv_msg` returns;
+ *   delivers them; a command's answer is sent on that thread after `recv_msg` returns;
  * - a custom-voice worker (type 3): one detached thread per custom-voice command, which
  *   calls `recv_msg`, waits for it, and then sends the platform's answer itself;
  * - the shadow service's thread, for the "Trusteeship" key (type 6).
  *
  * `get_runtime_info` is called on:
  * - the report-status service's polling thread, for the status items (types 0 to 8 and
- *   10 to 18): each poll asks every registered item in turn, one at a time;
+ *   10 to 18): each poll walks the registered items in turn, one at a time;
  * - the kernel's message thread, for the work-mode plan command (type 14, just before
  *   `recv_msg` type 18 on the same thread);
  * - the shadow service's thread, for the "Trusteeship" key (type 9);
