@@ -1,5 +1,8 @@
-// special-sim: runs the special domain module on a PC inside the host SDK, with a demo
-// base station as its application, driven by a scenario file.
+// special-sim: runs the special domain module on a PC inside the host SDK, driven by a
+// scenario file, with a demo base station or the user's own application library as its
+// application; with an application, checks its callbacks against the header's contract.
+#include <unistd.h>
+
 #include <cstdio>
 #include <cstring>
 #include <fstream>
@@ -8,6 +11,9 @@
 
 #include "expect.h"
 #include "names.h"
+#include "qualify.h"
+#include "record.h"
+#include "report.h"
 #include "runner.h"
 #include "scenario.h"
 #include "transcript.h"
@@ -15,12 +21,28 @@
 namespace {
 
 const char kUsage[] =
-    "usage: special-sim [--json] [--log-level N] [--runtime all|changes|none] [--expect FILE] SCENARIO\n"
+    "usage: special-sim [OPTIONS] SCENARIO\n"
+    "       special-sim --qualify --app LIB.so [--junit FILE] [--suite DIR]\n"
     "  --json          write JSON Lines (one object per line) instead of the text transcript\n"
     "  --log-level N   bring the module's own log lines up to level N (1 error .. 4 info) into the output\n"
     "  --runtime WHAT  which get_runtime_info answers to show (default: changes)\n"
     "  --expect FILE   check the run against an expectation file; exit 1 when one is not met\n"
-    "exit status: 0 done, 1 the module did not start or an expectation failed, 2 bad usage or scenario\n";
+    "  --app LIB.so    run the application library (noltdev_app_start) in place of the demo device\n"
+    "  --no-check      with --app: do not check the callbacks against the contract\n"
+    "  --slow-ms N     with --app: a callback holding its thread longer than N ms is a finding (500)\n"
+    "  --record FILE   write the scenario to FILE and the run's answers to FILE's .expect\n"
+    "  --qualify       run the qualification suite against --app; one row per capability\n"
+    "  --junit FILE    with --qualify: write the rows as JUnit XML\n"
+    "  --suite DIR     with --qualify: the suite's scenarios (default: installed beside the simulator)\n"
+    "exit status: 0 done, 1 the module or application did not start, an expectation failed or an\n"
+    "error-level finding was made, 2 bad usage or scenario\n";
+
+struct Args {
+    sim::RunOptions run;
+    bool json = false;
+    bool qualify = false;
+    std::string expect_file, scenario_file, record_file, junit_file, suite_dir;
+};
 
 bool ReadFile(const std::string &path, std::string *text) {
     std::ifstream in(path, std::ios::binary);
@@ -33,79 +55,178 @@ bool ReadFile(const std::string &path, std::string *text) {
     return true;
 }
 
-int Usage(const char *problem) {
-    std::fprintf(stderr, "special-sim: %s\n%s", problem, kUsage);
+bool WriteFile(const std::string &path, const std::string &text) {
+    std::ofstream out(path, std::ios::binary);
+    out << text;
+    return static_cast<bool>(out);
+}
+
+int Usage(const std::string &problem) {
+    std::fprintf(stderr, "special-sim: %s\n%s", problem.c_str(), kUsage);
     return 2;
+}
+
+// Options that take a text value: where each one goes.
+std::string *TextOption(Args &a, const std::string &arg) {
+    if (arg == "--expect") {
+        return &a.expect_file;
+    }
+    if (arg == "--app") {
+        return &a.run.app;
+    }
+    if (arg == "--record") {
+        return &a.record_file;
+    }
+    if (arg == "--junit") {
+        return &a.junit_file;
+    }
+    return arg == "--suite" ? &a.suite_dir : nullptr;
+}
+
+// Options that take a number.
+int *NumberOption(Args &a, const std::string &arg) {
+    if (arg == "--log-level") {
+        return &a.run.log_level;
+    }
+    return arg == "--slow-ms" ? &a.run.check.slow_ms : nullptr;
+}
+
+bool SetRuntime(Args &a, const std::string &what) {
+    if (what != "all" && what != "changes" && what != "none") {
+        return false;
+    }
+    a.run.runtime = what == "all" ? sim::RuntimeShow::All
+                                  : (what == "none" ? sim::RuntimeShow::None : sim::RuntimeShow::Changes);
+    return true;
+}
+
+// One option, possibly with its value (i moves past it); "" or the problem.
+std::string ParseOption(Args &a, int argc, char **argv, int &i) {
+    std::string arg = argv[i];
+    bool has_value = i + 1 < argc;
+    long long number = 0;
+    if (arg == "--json" || arg == "--qualify" || arg == "--no-check") {
+        (arg == "--json" ? a.json : (arg == "--qualify" ? a.qualify : a.run.check.check)) = arg != "--no-check";
+    } else if (TextOption(a, arg) != nullptr && has_value) {
+        *TextOption(a, arg) = argv[++i];
+    } else if (NumberOption(a, arg) != nullptr && has_value && sim::ParseInteger(argv[i + 1], &number)) {
+        *NumberOption(a, arg) = static_cast<int>(number);
+        i++;
+    } else if (arg == "--runtime" && has_value) {
+        return SetRuntime(a, argv[++i]) ? "" : "--runtime takes all, changes or none";
+    } else if (arg[0] != '-' && a.scenario_file.empty()) {
+        a.scenario_file = arg;
+    } else {
+        return "unexpected argument '" + arg + "'";
+    }
+    return "";
+}
+
+// The suite installed beside the simulator (bin/../share/special-sim/qualify), else the
+// one in the source tree it was built from.
+std::string DefaultSuite() {
+    char exe[4096] = {};
+    ssize_t n = readlink("/proc/self/exe", exe, sizeof exe - 1);
+    std::string dir = n > 0 ? std::string(exe, static_cast<size_t>(n)) : "";
+    dir = dir.substr(0, dir.rfind('/'));
+    std::string installed = dir + "/../share/special-sim/qualify";
+    return access(installed.c_str(), R_OK) == 0 ? installed : SIM_QUALIFY_DIR;
+}
+
+int Qualify(const Args &a) {
+    if (a.run.app.empty()) {
+        return Usage("--qualify needs --app LIB.so");
+    }
+    std::vector<sim::Finding> findings;
+    std::vector<sim::QualifyRow> rows =
+        sim::RunQualify(a.suite_dir.empty() ? DefaultSuite() : a.suite_dir, a.run, &findings);
+    sim::PrintQualifyTable(stdout, rows);
+    sim::PrintFindingSummary(stdout, findings);
+    if (!a.junit_file.empty() && !WriteFile(a.junit_file, sim::JUnitXml(rows, a.run.app))) {
+        std::fprintf(stderr, "special-sim: cannot write %s\n", a.junit_file.c_str());
+        return 2;
+    }
+    bool failed = rows.empty();
+    for (const sim::QualifyRow &r : rows) {
+        failed = failed || r.status == "FAILED";
+    }
+    return failed ? 1 : 0;
+}
+
+// Writes the scenario and the expectations of its run (--record).
+bool Record(const Args &a, const std::string &text, sim::Transcript &out) {
+    std::string expect_path = sim::ExpectPathFor(a.record_file);
+    if (!WriteFile(a.record_file, text) || !WriteFile(expect_path, sim::RecordExpectations(out.Lines()))) {
+        std::fprintf(stderr, "special-sim: cannot write %s\n", a.record_file.c_str());
+        return false;
+    }
+    std::fprintf(stderr, "special-sim: recorded %s and %s\n", a.record_file.c_str(), expect_path.c_str());
+    return true;
+}
+
+bool CheckExpect(const Args &a, sim::Transcript &out) {
+    std::string expect_text;
+    if (a.expect_file.empty()) {
+        return true;
+    }
+    ReadFile(a.expect_file, &expect_text);
+    std::vector<std::string> problems = sim::CheckExpectations(out.Lines(), expect_text, a.expect_file);
+    for (const std::string &p : problems) {
+        std::fprintf(stderr, "%s\n", p.c_str());
+    }
+    if (!problems.empty()) {
+        std::fprintf(stderr, "special-sim: %zu expectation problem(s)\n", problems.size());
+    }
+    return problems.empty();
+}
+
+int Play(const Args &a) {
+    std::string text, ignored;
+    if (!ReadFile(a.scenario_file, &text) || (!a.expect_file.empty() && !ReadFile(a.expect_file, &ignored))) {
+        std::fprintf(stderr, "special-sim: cannot read %s\n", text.empty() ? a.scenario_file.c_str() : a.expect_file.c_str());
+        return 2;
+    }
+    // A scenario is checked as a whole before anything runs.
+    sim::Scenario scenario = sim::ParseScenario(text, a.scenario_file);
+    for (const std::string &e : scenario.errors) {
+        std::fprintf(stderr, "%s\n", e.c_str());
+    }
+    if (!scenario.errors.empty()) {
+        std::fprintf(stderr, "special-sim: %zu error(s); nothing was run\n", scenario.errors.size());
+        return 2;
+    }
+    sim::Transcript out(stdout, a.json, !a.expect_file.empty() || !a.record_file.empty());
+    sim::RunReport report;
+    if (sim::RunScenario(scenario, a.scenario_file, out, a.run, &report) != 0) {
+        return 1;
+    }
+    bool errors = false;
+    if (!a.run.app.empty() && a.run.check.check) {
+        sim::PrintFindingSummary(a.json ? stderr : stdout, report.findings);
+        for (const sim::Finding &f : report.findings) {
+            errors = errors || f.issue.severity == sim::Severity::Error;
+        }
+    }
+    bool recorded = a.record_file.empty() || Record(a, text, out);
+    return CheckExpect(a, out) && recorded && !errors ? 0 : 1;
 }
 
 } // namespace
 
 int main(int argc, char **argv) {
-    sim::RunOptions options;
-    bool json = false;
-    std::string expect_file, scenario_file;
+    Args args;
     for (int i = 1; i < argc; i++) {
-        std::string arg = argv[i];
-        bool has_value = i + 1 < argc;
-        long long number = 0;
-        if (arg == "--json") {
-            json = true;
-        } else if (arg == "--log-level" && has_value && sim::ParseInteger(argv[i + 1], &number)) {
-            options.log_level = static_cast<int>(number);
-            i++;
-        } else if (arg == "--runtime" && has_value) {
-            std::string what = argv[++i];
-            if (what != "all" && what != "changes" && what != "none") {
-                return Usage("--runtime takes all, changes or none");
-            }
-            options.runtime = what == "all"
-                                  ? sim::RuntimeShow::All
-                                  : (what == "none" ? sim::RuntimeShow::None : sim::RuntimeShow::Changes);
-        } else if (arg == "--expect" && has_value) {
-            expect_file = argv[++i];
-        } else if (arg == "-h" || arg == "--help") {
+        if (std::strcmp(argv[i], "-h") == 0 || std::strcmp(argv[i], "--help") == 0) {
             std::fputs(kUsage, stdout);
             return 0;
-        } else if (arg[0] != '-' && scenario_file.empty()) {
-            scenario_file = arg;
-        } else {
-            return Usage(("unexpected argument '" + arg + "'").c_str());
+        }
+        std::string problem = ParseOption(args, argc, argv, i);
+        if (!problem.empty()) {
+            return Usage(problem);
         }
     }
-    if (scenario_file.empty()) {
-        return Usage("no scenario given");
+    if (args.qualify) {
+        return Qualify(args);
     }
-    std::string text, expect_text;
-    if (!ReadFile(scenario_file, &text)) {
-        std::fprintf(stderr, "special-sim: cannot read %s\n", scenario_file.c_str());
-        return 2;
-    }
-    if (!expect_file.empty() && !ReadFile(expect_file, &expect_text)) {
-        std::fprintf(stderr, "special-sim: cannot read %s\n", expect_file.c_str());
-        return 2;
-    }
-    // A scenario is checked as a whole before anything runs.
-    sim::Scenario scenario = sim::ParseScenario(text, scenario_file);
-    if (!scenario.errors.empty()) {
-        for (const std::string &e : scenario.errors) {
-            std::fprintf(stderr, "%s\n", e.c_str());
-        }
-        std::fprintf(stderr, "special-sim: %zu error(s); nothing was run\n", scenario.errors.size());
-        return 2;
-    }
-    sim::Transcript out(stdout, json, !expect_file.empty());
-    if (sim::RunScenario(scenario, scenario_file, out, options) != 0) {
-        return 1;
-    }
-    if (!expect_file.empty()) {
-        std::vector<std::string> problems = sim::CheckExpectations(out.Lines(), expect_text, expect_file);
-        for (const std::string &p : problems) {
-            std::fprintf(stderr, "%s\n", p.c_str());
-        }
-        if (!problems.empty()) {
-            std::fprintf(stderr, "special-sim: %zu expectation problem(s)\n", problems.size());
-            return 1;
-        }
-    }
-    return 0;
+    return args.scenario_file.empty() ? Usage("no scenario given") : Play(args);
 }

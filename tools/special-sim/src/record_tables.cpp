@@ -13,6 +13,11 @@ namespace sim {
     }
 #define INT(S, m) SCALAR(S, m, Int)
 #define TEXT(S, m) SCALAR(S, m, Text)
+// An int holding a member of an enumeration of `members` members (0 .. members - 1).
+#define ENUM(S, m, members)                                                                                  \
+    FieldDesc {                                                                                              \
+#m, Kind::Int, offsetof(S, m), MEMBER_SIZE(S, m), nullptr, 0, 0, nullptr, members                    \
+    }
 // An array of records: its element table, its capacity and the field counting it.
 #define ARRAY(S, m, elem, d0, d1, count)                                                                     \
     FieldDesc {                                                                                              \
@@ -30,7 +35,7 @@ const RecordDesc kFlowCountingCfgDesc{
 
 using Sw = noltDevSDK_special_switch_enable;
 const RecordDesc kSwitchEnableDesc{
-    "switch_enable", sizeof(Sw), {INT(Sw, type), INT(Sw, channel), INT(Sw, enable)}};
+    "switch_enable", sizeof(Sw), {ENUM(Sw, type, NOLTDEVSDK_SPECIAL_SWITCH_TYPE_MAX), INT(Sw, channel), INT(Sw, enable)}};
 
 using Ds = noltDevSDK_special_delay_sleep_type;
 const RecordDesc kDelaySleepDesc{"delay_sleep_type", sizeof(Ds), {INT(Ds, channel), INT(Ds, type)}};
@@ -103,7 +108,7 @@ using Pl = noltDevSDK_special_plan;
 const RecordDesc kPlanDesc{
     "plan",
     sizeof(Pl),
-    {INT(Pl, type), INT(Pl, channel), INT(Pl, enable_plan),
+    {ENUM(Pl, type, NOLTDEVSDK_SPECIAL_PLAN_MAX), INT(Pl, channel), INT(Pl, enable_plan),
      FieldDesc{"time", Kind::Array,
                offsetof(Pl, special_work_mode_plan) + offsetof(noltDevSDK_special_work_mode_plan, time),
                sizeof(Sg), &kSegmentDesc, 7, 5, nullptr}}};
@@ -121,7 +126,7 @@ const RecordDesc kSpeakerConfigDesc{
     {INT(Spk, ring_enable), INT(Spk, ring_index), INT(Spk, intel_enable), INT(Spk, intel_index)}};
 
 using Kv = noltDevSDK_special_key_value;
-const RecordDesc kKeyValueDesc{"key_value", sizeof(Kv), {INT(Kv, key), INT(Kv, channel), INT(Kv, value)}};
+const RecordDesc kKeyValueDesc{"key_value", sizeof(Kv), {ENUM(Kv, key, NOLTDEVSDK_SPECIAL_KEY_TYPE_MAX), INT(Kv, channel), INT(Kv, value)}};
 
 using Vi = noltDevSDK_special_custom_voice_info;
 const RecordDesc kCustomVoiceInfoDesc{"custom_voice_info",

@@ -19,43 +19,6 @@ const unsigned char *At(const void *base, size_t offset) {
     return static_cast<const unsigned char *>(base) + offset;
 }
 
-// Reads an integer field of any width.
-long long ReadInteger(Kind kind, const unsigned char *p) {
-    switch (kind) {
-    case Kind::UInt: {
-        uint32_t v;
-        std::memcpy(&v, p, sizeof v);
-        return v;
-    }
-    case Kind::UShort: {
-        uint16_t v;
-        std::memcpy(&v, p, sizeof v);
-        return v;
-    }
-    case Kind::Byte:
-        return static_cast<signed char>(*p);
-    case Kind::Time: {
-        time_t v;
-        std::memcpy(&v, p, sizeof v);
-        return static_cast<long long>(v);
-    }
-    default: {
-        int32_t v;
-        std::memcpy(&v, p, sizeof v);
-        return v;
-    }
-    }
-}
-
-const FieldDesc *FindField(const RecordDesc &desc, const std::string &name) {
-    for (const FieldDesc &f : desc.fields) {
-        if (name == f.name) {
-            return &f;
-        }
-    }
-    return nullptr;
-}
-
 std::string FieldNames(const RecordDesc &desc) {
     std::string out;
     for (const FieldDesc &f : desc.fields) {
@@ -121,6 +84,44 @@ cJSON *ArrayToJson(const RecordDesc &desc, const FieldDesc &f, const void *data,
 }
 
 } // namespace
+
+// Reads an integer field of any width.
+long long ReadInteger(Kind kind, const unsigned char *p) {
+    switch (kind) {
+    case Kind::UInt: {
+        uint32_t v;
+        std::memcpy(&v, p, sizeof v);
+        return v;
+    }
+    case Kind::UShort: {
+        uint16_t v;
+        std::memcpy(&v, p, sizeof v);
+        return v;
+    }
+    case Kind::Byte:
+        return static_cast<signed char>(*p);
+    case Kind::Time: {
+        time_t v;
+        std::memcpy(&v, p, sizeof v);
+        return static_cast<long long>(v);
+    }
+    default: {
+        int32_t v;
+        std::memcpy(&v, p, sizeof v);
+        return v;
+    }
+    }
+}
+
+const FieldDesc *FindField(const RecordDesc &desc, const std::string &name) {
+    for (const FieldDesc &f : desc.fields) {
+        if (name == f.name) {
+            return &f;
+        }
+    }
+    return nullptr;
+}
+
 
 cJSON *RecordToJson(const RecordDesc &desc, const void *data, size_t len) {
     cJSON *out = cJSON_CreateObject();

@@ -36,6 +36,8 @@ struct FieldDesc {
     // Array: sibling int field that counts the used entries (none: every element that
     // is not all zero is shown). PtrText: sibling field holding the length.
     const char *count = nullptr;
+    // Int: the number of members of the enumeration it holds (0: any value).
+    int members = 0;
 };
 
 struct RecordDesc {
@@ -43,6 +45,12 @@ struct RecordDesc {
     size_t size;
     std::vector<FieldDesc> fields;
 };
+
+// Reads an integer field of any width (Int, UInt, UShort, Byte, Time).
+long long ReadInteger(Kind kind, const unsigned char *p);
+
+// The field of that name, or null.
+const FieldDesc *FindField(const RecordDesc &desc, const std::string &name);
 
 // Decodes a record of at most len bytes (fields beyond len are left out; counted arrays
 // are bounded by their count and by len).

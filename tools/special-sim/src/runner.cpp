@@ -2,11 +2,14 @@
 // interface and the demo device.
 #include "runner.h"
 
+#include <dlfcn.h>
+
 #include <algorithm>
 #include <chrono>
 #include <condition_variable>
 #include <cstring>
 #include <map>
+#include <memory>
 #include <mutex>
 #include <thread>
 
@@ -26,15 +29,32 @@ constexpr int kDomain = 3999;
 class Runner;
 Runner *g_runner = nullptr; // the module's callbacks carry no user pointer
 
-class Runner {
+// The entry points a user's application library exports (noltdev_app_start required).
+using AppStartFn = int (*)(void);
+using AppStopFn = void (*)(void);
+using AppControlFn = int (*)(const char *request);
+
+class Runner : public CallbackObserver {
   public:
     Runner(Transcript &out, const RunOptions &options) : out_(out), options_(options) {}
 
     int Start();
+    void Begin(const std::string &file, const Step &step);
     void Execute(const Step &step);
     void Finish();
+    RunReport Report();
+
+    void Received(const noltDevSDK_special_msg_to_dev *msg, int result) override;
+    void Answered(const noltDevSDK_special_runtime_info *info, int selector, int result) override;
+    void Found(const std::string &text) override;
 
   private:
+    int StartDemo();
+    int StartApp();
+    void StopApp();
+    void AppRequest(const Step &step);
+    bool NeedsDemo(const Step &step);
+    void NotExercised(const std::string &why);
     static int RecvMsg(noltDevSDK_special_msg_to_dev *msg);
     static int GetRuntimeInfo(noltDevSDK_special_runtime_info *info);
     static int Sink(const noltdev_host_message *msg, void *user);
@@ -56,36 +76,53 @@ class Runner {
     int pending_voice_ = 0; // custom-voice requests still waiting for their worker's answer
     std::map<std::pair<int, int>, std::string> last_runtime_;
     int hidden_runtime_ = 0;
+    std::unique_ptr<AppChecker> checker_; // with an application only
+    AppStopFn app_stop_ = nullptr;
+    AppControlFn app_control_ = nullptr;
+    std::string where_;
+    std::vector<std::string> not_exercised_;
 };
 
 int Runner::RecvMsg(noltDevSDK_special_msg_to_dev *msg) {
-    Runner *self = g_runner;
-    int result = self->device_.Apply(msg);
-    const RecordDesc *desc = MsgRecord(msg->type);
-    cJSON *record =
-        desc && msg->data ? RecordToJson(*desc, msg->data, static_cast<size_t>(msg->len)) : nullptr;
-    self->out_.Callback("recv_msg", msg->type, kMsgTypes.Name(msg->type), msg->len, result, record);
+    int result = g_runner->device_.Apply(msg);
+    g_runner->Received(msg, result);
     return result;
 }
 
 int Runner::GetRuntimeInfo(noltDevSDK_special_runtime_info *info) {
-    Runner *self = g_runner;
     int selector = 0;
     if (info->data != nullptr && info->len >= static_cast<int>(sizeof selector)) {
         std::memcpy(&selector, info->data, sizeof selector);
     }
-    int result = self->device_.Answer(info);
+    int result = g_runner->device_.Answer(info);
+    g_runner->Answered(info, selector, result);
+    return result;
+}
+
+void Runner::Received(const noltDevSDK_special_msg_to_dev *msg, int result) {
+    const RecordDesc *desc = MsgRecord(msg->type);
+    cJSON *record = desc && msg->data && msg->len > 0
+                        ? RecordToJson(*desc, msg->data, static_cast<size_t>(msg->len))
+                        : nullptr;
+    out_.Callback("recv_msg", msg->type, kMsgTypes.Name(msg->type), msg->len, result, record);
+}
+
+void Runner::Answered(const noltDevSDK_special_runtime_info *info, int selector, int result) {
     const RecordDesc *desc = RuntimeRecord(info->type);
-    cJSON *record = result == 0 && desc && info->data
+    cJSON *record = result == 0 && desc && info->data && info->len > 0
                         ? RecordToJson(*desc, info->data, static_cast<size_t>(info->len))
                         : nullptr;
-    if (self->ShowRuntime(info->type, selector, result, record)) {
-        self->out_.Callback("get_runtime_info", info->type, kRuntimeTypes.Name(info->type), info->len, result,
-                            record);
+    if (ShowRuntime(info->type, selector, result, record)) {
+        out_.Callback("get_runtime_info", info->type, kRuntimeTypes.Name(info->type), info->len, result, record);
     } else {
         cJSON_Delete(record);
     }
-    return result;
+}
+
+void Runner::Found(const std::string &text) {
+    cJSON *members = cJSON_CreateObject();
+    cJSON_AddStringToObject(members, "finding", text.c_str());
+    out_.Outcome("finding", text, members);
 }
 
 // In "changes" mode an answer is shown only when it differs from the last answer to
@@ -137,12 +174,7 @@ int Runner::Start() {
     noltdev_host_set_sink(&Runner::Sink, this);
     noltdev_host_set_log_hook(&Runner::LogHook, this);
     noltdev_host_set_log_level(0); // the hook brings the chosen lines into the transcript
-    noltDevSDK_special_init_info info;
-    std::memset(&info, 0, sizeof info);
-    info.cb.recv_msg = &Runner::RecvMsg;
-    info.cb.get_runtime_info = &Runner::GetRuntimeInfo;
-    int rc = noltDevSDK_special_init(&info);
-    Result("init", "noltDevSDK_special_init", rc);
+    int rc = options_.app.empty() ? StartDemo() : StartApp();
     if (rc != 0) {
         return 1;
     }
@@ -154,9 +186,111 @@ int Runner::Start() {
     return 0;
 }
 
+int Runner::StartDemo() {
+    noltDevSDK_special_init_info info;
+    std::memset(&info, 0, sizeof info);
+    info.cb.recv_msg = &Runner::RecvMsg;
+    info.cb.get_runtime_info = &Runner::GetRuntimeInfo;
+    int rc = noltDevSDK_special_init(&info);
+    Result("init", "noltDevSDK_special_init", rc);
+    return rc != 0 ? 1 : 0;
+}
+
+// The application's library brings the module up itself, as on the device; its call to
+// noltDevSDK_special_init reaches the simulator's own, which wraps the callbacks.
+int Runner::StartApp() {
+    checker_.reset(new AppChecker(*this, options_.check));
+    checker_->Install();
+    checker_->SetWhere(options_.app + ":start");
+    void *lib = dlopen(options_.app.c_str(), RTLD_NOW | RTLD_LOCAL); // kept open: the module runs its code
+    AppStartFn start = lib ? reinterpret_cast<AppStartFn>(dlsym(lib, "noltdev_app_start")) : nullptr;
+    if (start == nullptr) {
+        Result("error", std::string("load ") + options_.app + ": " + (lib ? "no noltdev_app_start" : dlerror()),
+               -1);
+        return 1;
+    }
+    app_stop_ = reinterpret_cast<AppStopFn>(dlsym(lib, "noltdev_app_stop"));
+    app_control_ = reinterpret_cast<AppControlFn>(dlsym(lib, "noltdev_app_control"));
+    AppChecker::SetThreadRole("application thread");
+    int rc = start();
+    Result("init", "noltdev_app_start", rc);
+    if (rc == 0 && !checker_->Wrapped()) {
+        Result("error", "the application's callbacks were not wrapped (noltDevSDK_special_init not interposed)", -1);
+        return 1;
+    }
+    return rc != 0 ? 1 : 0;
+}
+
+void Runner::StopApp() {
+    if (app_stop_ != nullptr) {
+        app_stop_();
+        Result("fini", "noltdev_app_stop", 0);
+    } else {
+        Result("fini", "noltDevSDK_special_fini", noltDevSDK_special_fini());
+    }
+}
+
+void Runner::Begin(const std::string &file, const Step &step) {
+    where_ = file + ":" + std::to_string(step.line);
+    if (checker_) {
+        checker_->SetWhere(where_);
+    }
+    const char *role = "application thread";
+    if (step.op == Op::Poll || step.op == Op::Force || step.op == Op::Reset) {
+        role = "report-status poller";
+    } else if (step.op == Op::ShadowDeliver || step.op == Op::ShadowRead) {
+        role = "shadow service";
+    }
+    AppChecker::SetThreadRole(role);
+}
+
+RunReport Runner::Report() {
+    RunReport report;
+    if (checker_) {
+        report.findings = checker_->Findings();
+    }
+    report.not_exercised = not_exercised_;
+    return report;
+}
+
+void Runner::NotExercised(const std::string &why) {
+    not_exercised_.push_back(where_ + ": " + why);
+    cJSON *members = cJSON_CreateObject();
+    cJSON_AddStringToObject(members, "reason", why.c_str());
+    out_.Outcome("not_exercised", why, members);
+}
+
+// Steps that change or show the demo device have nothing to act on with an application.
+bool Runner::NeedsDemo(const Step &step) {
+    bool demo_only = step.op == Op::Set || step.op == Op::Show || step.op == Op::Answer;
+    if (!demo_only || !checker_) {
+        return false;
+    }
+    NotExercised("'" + step.text.substr(0, step.text.find(' ')) + "' needs the demo device; not run with --app");
+    return true;
+}
+
+// "app REQUEST": the application's own control hook, when it has one.
+void Runner::AppRequest(const Step &step) {
+    if (app_control_ == nullptr) {
+        NotExercised("the application has no noltdev_app_control for '" + step.arg + "'");
+        return;
+    }
+    int rc = app_control_(step.arg.c_str());
+    Result("app", "noltdev_app_control(\"" + step.arg + "\")", rc);
+    if (rc != 0) {
+        NotExercised("the application refused '" + step.arg + "'");
+    }
+}
+
 void Runner::Finish() {
     WaitAnswers();
-    Result("fini", "noltDevSDK_special_fini", noltDevSDK_special_fini());
+    AppChecker::SetThreadRole("application thread");
+    if (checker_) {
+        StopApp();
+    } else {
+        Result("fini", "noltDevSDK_special_fini", noltDevSDK_special_fini());
+    }
     noltdev_host_msg_thread_stop();
     noltdev_host_set_sink(nullptr, nullptr);
     noltdev_host_set_log_hook(nullptr, nullptr);
@@ -282,6 +416,9 @@ void Runner::Call(const Step &step) {
 }
 
 void Runner::Execute(const Step &step) {
+    if (NeedsDemo(step)) {
+        return;
+    }
     switch (step.op) {
     case Op::Send:
     case Op::Post:
@@ -360,23 +497,31 @@ void Runner::Execute(const Step &step) {
     case Op::Note:
         out_.Outcome("note", step.arg, nullptr);
         break;
+    case Op::App:
+        AppRequest(step);
+        break;
     }
 }
 
 } // namespace
 
-int RunScenario(const Scenario &scenario, const std::string &file, Transcript &out,
-                const RunOptions &options) {
+int RunScenario(const Scenario &scenario, const std::string &file, Transcript &out, const RunOptions &options,
+                RunReport *report) {
     Runner runner(out, options);
-    if (runner.Start() != 0) {
-        return 1;
-    }
-    for (const Step &step : scenario.steps) {
+    int rc = runner.Start();
+    for (size_t i = 0; rc == 0 && i < scenario.steps.size(); i++) {
+        const Step &step = scenario.steps[i];
         out.BeginStep(file, step.line, step.text, step.op != Op::Note);
+        runner.Begin(file, step);
         runner.Execute(step);
     }
-    runner.Finish();
-    return 0;
+    if (rc == 0) {
+        runner.Finish();
+    }
+    if (report != nullptr) {
+        *report = runner.Report();
+    }
+    return rc;
 }
 
 } // namespace sim

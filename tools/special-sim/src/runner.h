@@ -4,7 +4,9 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
+#include "app_check.h"
 #include "scenario.h"
 #include "transcript.h"
 
@@ -16,10 +18,20 @@ struct RunOptions {
     int log_level = 0;                          // module log lines up to this level go to the transcript
     RuntimeShow runtime = RuntimeShow::Changes; // which get_runtime_info answers to show
     int answer_timeout_ms = 3000;               // how long "wait" waits for a custom-voice answer
+    std::string app;                            // the application's library in place of the demo device
+    CheckOptions check;                         // the contract checker (with an application only)
 };
 
-// Returns 0, or 1 when the module could not be started.
-int RunScenario(const Scenario &scenario, const std::string &file, Transcript &out,
-                const RunOptions &options);
+// What a run found beyond its transcript.
+struct RunReport {
+    std::vector<Finding> findings;
+    // Steps that could not do what they ask: a demo-device step with an application, or
+    // an application that has no control hook or refused the request.
+    std::vector<std::string> not_exercised;
+};
+
+// Returns 0, or 1 when the module (or the application) could not be started.
+int RunScenario(const Scenario &scenario, const std::string &file, Transcript &out, const RunOptions &options,
+                RunReport *report = nullptr);
 
 } // namespace sim

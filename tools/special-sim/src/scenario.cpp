@@ -310,6 +310,14 @@ const std::map<std::string, std::pair<Op, Handler>> &Commands() {
               s.number = 0;
               return c.AtEnd() ? "" : NeedNumber(c, "milliseconds", 0, 600000, &s.number);
           }}},
+        // A request to the application's own control hook (the qualification suite's way
+        // to ask for a state change on the application's side).
+        {"app",
+         {Op::App,
+          [](Cursor &c, Step &s, Context &) {
+              s.arg = c.Rest();
+              return s.arg.empty() ? std::string("app needs a request") : std::string();
+          }}},
         {"note",
          {Op::Note,
           [](Cursor &c, Step &s, Context &) {

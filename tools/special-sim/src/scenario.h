@@ -28,6 +28,7 @@ enum class Op {
     Reset,         // reset every status item
     Wait,          // wait for posted messages and answers, or a number of ms
     Note,          // a line of text for the reader of the transcript
+    App,           // a request to the application's control hook (noltdev_app_control)
 };
 
 enum class CallKind { Unbind, VerificationCode, MappedPortQuery, Flow4G, FlowCount, Raw, TrusteeshipReport };

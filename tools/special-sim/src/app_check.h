@@ -1,0 +1,91 @@
+// Runs a user's application library in place of the demo device: its two callbacks are
+// wrapped in checking shims when it calls noltDevSDK_special_init (the simulator's
+// executable interposes that function), and each callback is checked against the public
+// header's contract. Findings carry the callback, type, field path, scenario line,
+// thread and severity.
+#pragma once
+
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "checker.h"
+#include "noltDevSDK_special_def.h"
+
+namespace sim {
+
+// What the runner does with each callback once the application has answered (it
+// prints the record). Called on the callback's own thread.
+class CallbackObserver {
+  public:
+    virtual ~CallbackObserver() = default;
+    virtual void Received(const noltDevSDK_special_msg_to_dev *msg, int result) = 0;
+    virtual void Answered(const noltDevSDK_special_runtime_info *info, int selector, int result) = 0;
+    // A finding, as it is made.
+    virtual void Found(const std::string &text) = 0;
+};
+
+// One contract finding.
+struct Finding {
+    std::string callback;  // "recv_msg" or "get_runtime_info"
+    int type = 0;
+    std::string type_name; // the public header's enumerator
+    Issue issue;
+    std::string where;     // "file:line" of the scenario step
+    std::string thread;    // "kernel message thread", "custom-voice worker", ...
+};
+
+// "error text recv_msg NOLTDEVSDK_SPECIAL_ON_... (18) plan.time[0][0].begin: what (file:line, thread)".
+std::string DescribeFinding(const Finding &finding);
+
+struct CheckOptions {
+    bool check = true;  // run the contract checks (off: the shims only forward and show)
+    int slow_ms = 500;  // a callback holding its thread longer than this is a finding
+};
+
+// The shims' state; one per run, installed with Install() before the application starts.
+class AppChecker {
+  public:
+    AppChecker(CallbackObserver &observer, const CheckOptions &options);
+    ~AppChecker();
+
+    // From now on noltDevSDK_special_init wraps the callbacks it is given.
+    void Install();
+
+    // The scenario step now running, for findings made while it runs.
+    void SetWhere(const std::string &where);
+    // What the scenario's own thread does now ("report-status poller", "shadow service",
+    // "application thread"); callbacks on other threads are named by what they carry.
+    static void SetThreadRole(const char *role);
+
+    // Whether the application's callbacks went through Wrap().
+    bool Wrapped();
+    std::vector<Finding> Findings();
+    int Count(Severity severity);
+
+    // Called by the interposed noltDevSDK_special_init: replaces the callbacks with the
+    // shims (when a checker is installed) and keeps the application's own.
+    static void Wrap(noltDevSDK_special_callback *cb);
+
+  private:
+    static int RecvShim(noltDevSDK_special_msg_to_dev *msg);
+    static int RuntimeShim(noltDevSDK_special_runtime_info *info);
+    int Recv(noltDevSDK_special_msg_to_dev *msg);
+    int Runtime(noltDevSDK_special_runtime_info *info);
+    int CallRuntime(noltDevSDK_special_runtime_info *info, std::vector<Issue> *issues);
+    void Enter(const char *callback, int type, const std::string &thread, std::vector<Issue> *issues);
+    void Leave(long long elapsed_ms, const std::string &thread, std::vector<Issue> *issues);
+    void Record(const char *callback, int type, const std::string &thread, const std::vector<Issue> &issues);
+
+    CallbackObserver &observer_;
+    CheckOptions options_;
+    noltDevSDK_special_callback app_ = {nullptr, nullptr};
+    bool wrapped_ = false;
+    std::mutex mu_;
+    std::string where_;
+    int inside_ = 0;             // callbacks running now
+    std::string inside_thread_;  // the thread of the one that entered first
+    std::vector<Finding> findings_;
+};
+
+} // namespace sim
