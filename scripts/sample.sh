@@ -66,6 +66,6 @@ else
     flags=$(PKG_CONFIG_PATH="$pc_path" pkg-config --cflags --libs noltdev_host)
 fi
 # shellcheck disable=SC2086
-"${cc[@]}" -std=c99 -Wall -Wextra -Werror examples/sample_app/main.c $flags -Wl,-rpath,"$stage/lib" \
-    -o "$out/sample_app_pc"
+"${cc[@]}" -std=c99 -Wall -Wextra -Werror examples/sample_app/main.c examples/sample_app/app.c $flags -pthread \
+    -Wl,-rpath,"$stage/lib" -o "$out/sample_app_pc"
 "${run[@]}" "$out/sample_app_pc"

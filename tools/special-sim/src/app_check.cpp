@@ -39,9 +39,10 @@ size_t UsedLen(const void *data, int len) { return data != nullptr && len > 0 ? 
 } // namespace
 
 std::string DescribeFinding(const Finding &f) {
+    std::string again = f.repeats > 0 ? "; " + std::to_string(f.repeats) + " more time(s)" : "";
     return std::string(SeverityName(f.issue.severity)) + " " + FaultClassName(f.issue.fault) + " " + f.callback +
            " " + f.type_name + " (" + std::to_string(f.type) + ") " + f.issue.path + ": " + f.issue.what + " (" +
-           f.where + ", " + f.thread + ")";
+           f.where + ", " + f.thread + again + ")";
 }
 
 AppChecker::AppChecker(CallbackObserver &observer, const CheckOptions &options)
@@ -215,6 +216,14 @@ void AppChecker::Record(const char *callback, int type, const std::string &threa
     {
         std::lock_guard<std::mutex> lock(mu_);
         for (const Issue &issue : issues) {
+            std::string key = std::string(FaultClassName(issue.fault)) + " " + callback + " " +
+                              std::to_string(type) + " " + issue.path;
+            auto first = seen_.find(key);
+            if (first != seen_.end()) {
+                findings_[first->second].repeats++;
+                continue;
+            }
+            seen_[key] = findings_.size();
             Finding f{callback, type, names.Name(type), issue, where_, thread};
             findings_.push_back(f);
             lines.push_back(DescribeFinding(f));

@@ -5,6 +5,7 @@
 // thread and severity.
 #pragma once
 
+#include <map>
 #include <mutex>
 #include <string>
 #include <vector>
@@ -33,6 +34,7 @@ struct Finding {
     Issue issue;
     std::string where;     // "file:line" of the scenario step
     std::string thread;    // "kernel message thread", "custom-voice worker", ...
+    int repeats = 0;       // the same fault in the same field again, after the first
 };
 
 // "error text recv_msg NOLTDEVSDK_SPECIAL_ON_... (18) plan.time[0][0].begin: what (file:line, thread)".
@@ -43,7 +45,8 @@ struct CheckOptions {
     int slow_ms = 500;  // a callback holding its thread longer than this is a finding
 };
 
-// The shims' state; one per run, installed with Install() before the application starts.
+// The shims' state; a fault found again in the same field of the same callback and
+// type counts as a repeat of its first finding. one per run, installed with Install() before the application starts.
 class AppChecker {
   public:
     AppChecker(CallbackObserver &observer, const CheckOptions &options);
@@ -86,6 +89,7 @@ class AppChecker {
     int inside_ = 0;             // callbacks running now
     std::string inside_thread_;  // the thread of the one that entered first
     std::vector<Finding> findings_;
+    std::map<std::string, size_t> seen_; // a fault in a field of a callback type -> its finding
 };
 
 } // namespace sim

@@ -55,9 +55,7 @@ void Judge(const RunReport &report, const std::vector<std::string> &unmet, Quali
            std::vector<Finding> *findings) {
     for (const Finding &f : report.findings) {
         findings->push_back(f);
-        if (f.issue.severity != Severity::Info) {
-            row->problems.push_back(DescribeFinding(f));
-        }
+        (f.issue.severity != Severity::Info ? row->problems : row->notes).push_back(DescribeFinding(f));
     }
     if (!row->problems.empty()) {
         row->status = "FAILED";

@@ -70,6 +70,9 @@ void PrintQualifyTable(FILE *out, const std::vector<QualifyRow> &rows) {
         for (const std::string &p : r.problems) {
             std::fprintf(out, "    %s\n", p.c_str());
         }
+        for (const std::string &n : r.notes) {
+            std::fprintf(out, "    %s\n", n.c_str());
+        }
     }
     std::fprintf(out, "%d passed, %d failed, %d not exercised\n", CountStatus(rows, "passed"),
                  CountStatus(rows, "FAILED"), CountStatus(rows, "not exercised"));
@@ -82,15 +85,18 @@ std::string JUnitXml(const std::vector<QualifyRow> &rows, const std::string &app
                       std::to_string(CountStatus(rows, "not exercised")) + "\">\n";
     for (const QualifyRow &r : rows) {
         xml += "    <testcase classname=\"qualify." + XmlEscape(r.file) + "\" name=\"" + XmlEscape(r.capability) + "\"";
-        if (r.status == "passed") {
-            xml += "/>\n";
-            continue;
-        }
+        xml += ">\n";
         std::string body = XmlEscape(JoinLines(r.problems));
-        xml += r.status == "FAILED"
-                   ? ">\n      <failure message=\"" + std::to_string(r.problems.size()) + " problem(s)\">" + body +
-                         "</failure>\n    </testcase>\n"
-                   : ">\n      <skipped message=\"not exercised\">" + body + "</skipped>\n    </testcase>\n";
+        if (r.status == "FAILED") {
+            xml += "      <failure message=\"" + std::to_string(r.problems.size()) + " problem(s)\">" + body +
+                   "</failure>\n";
+        } else if (r.status != "passed") {
+            xml += "      <skipped message=\"not exercised\">" + body + "</skipped>\n";
+        }
+        if (!r.notes.empty()) {
+            xml += "      <system-out>" + XmlEscape(JoinLines(r.notes)) + "</system-out>\n";
+        }
+        xml += "    </testcase>\n";
     }
     return xml + "  </testsuite>\n</testsuites>\n";
 }

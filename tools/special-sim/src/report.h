@@ -16,6 +16,7 @@ struct QualifyRow {
     std::string file;       // the suite scenario
     std::string status;     // "passed", "FAILED", "not exercised"
     std::vector<std::string> problems; // findings, unmet expectations, steps not exercised
+    std::vector<std::string> notes;    // info-level findings, which do not fail a row
 };
 
 // Findings per class and severity, then a total line.
@@ -25,7 +26,7 @@ void PrintFindingSummary(FILE *out, const std::vector<Finding> &findings);
 void PrintQualifyTable(FILE *out, const std::vector<QualifyRow> &rows);
 
 // JUnit XML: one test case per row; findings and unmet expectations as failures, rows
-// not exercised as skipped.
+// not exercised as skipped, info-level findings as system-out.
 std::string JUnitXml(const std::vector<QualifyRow> &rows, const std::string &app);
 
 } // namespace sim

@@ -1,0 +1,91 @@
+#!/usr/bin/env bash
+# Qualifies the two example applications with special-sim: the sample application
+# (examples/sample_app) must pass every row with no error or warning finding and write
+# valid JUnit XML; the faulty one (examples/faulty_app) must fail with every planted
+# fault found, each by its class and field path. Then a recorded session of the sample
+# must replay green, and red once the application changes one answer.
+#   scripts/qualify.sh            for the PC (preset "host")
+#   scripts/qualify.sh armhf      the simulator and the applications for 32-bit ARM, under qemu-arm
+set -euo pipefail
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+root=$(cd "$here/.." && pwd)
+cd "$root"
+
+target=${1:-host}
+case "$target" in
+host)
+    bash scripts/install-deps.sh
+    build=$root/build
+    cmake_args=()
+    run=()
+    ;;
+armhf)
+    bash scripts/install-armhf.sh
+    build=$root/build-armhf
+    cmake_args=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchains/armhf.cmake")
+    run=(qemu-arm -L /usr/arm-linux-gnueabihf -E LD_LIBRARY_PATH=/usr/arm-linux-gnueabihf/lib)
+    ;;
+*)
+    echo "usage: $0 [host|armhf]" >&2
+    exit 2
+    ;;
+esac
+
+out=$build/qualify
+stage=$out/stage
+cmake --preset "$target" >/dev/null
+cmake --build --preset "$target" --target special-sim noltDevSDK_special noltdev_xml noltdev_kernel \
+    noltdev_report_status noltdev_shadow
+rm -rf "$out"
+cmake --install "$build" --prefix "$stage" >/dev/null
+for app in sample_app faulty_app; do
+    cmake -S "examples/$app" -B "$out/$app" -DCMAKE_PREFIX_PATH="$stage" "${cmake_args[@]}" >/dev/null
+    cmake --build "$out/$app" -j2 >/dev/null
+done
+sim=("${run[@]}" "$build/tools/special-sim/special-sim")
+sample=$out/sample_app/libsample_app.so
+faulty=$out/faulty_app/libfaulty_app.so
+fail() {
+    echo "qualify: $*" >&2
+    exit 1
+}
+
+echo "== the sample application qualifies clean"
+"${sim[@]}" --qualify --app "$sample" --junit "$out/sample.xml" | tee "$out/sample.txt" ||
+    fail "the sample application did not qualify"
+if grep -E '^ +(error|warning) ' "$out/sample.txt" || grep -E '^(FAILED|not exercised) ' "$out/sample.txt"; then
+    fail "the sample application has findings or rows not exercised"
+fi
+python3 -c 'import sys, xml.etree.ElementTree as E; r = E.parse(sys.argv[1]).getroot(); assert r.tag == "testsuites" and len(r.findall(".//testcase")) > 0' \
+    "$out/sample.xml" || fail "invalid JUnit XML"
+
+echo "== the faulty application is caught, every fault by its class and field path"
+rc=0
+"${sim[@]}" --qualify --app "$faulty" --junit "$out/faulty.xml" >"$out/faulty.txt" || rc=$?
+cat "$out/faulty.txt"
+[ "$rc" -eq 1 ] || fail "the faulty application's qualification exited $rc, not 1"
+while read -r class path; do
+    grep -F " $class " "$out/faulty.txt" | grep -F " $path: " >/dev/null || fail "fault not found: $class $path"
+    echo "found: $class $path"
+done <<'FAULTS'
+len ring_type.len
+text 4G_Info_S.network
+count Trusteeship_connect.num
+enum key_value.key
+calendar custom_voice_infos.voice_info[0].create_time
+overrun speaker_config[+16]
+block DelTrusteeship_S.usNum
+slow (callback)
+concurrent recv_msg(entry)
+FAULTS
+
+echo "== a recorded session replays green, and red after one changed answer"
+"${sim[@]}" --app "$sample" --record "$out/session.scn" tools/special-sim/qualify/01-platform-commands.scn >/dev/null
+"${sim[@]}" --app "$sample" --json --expect "$out/session.expect" "$out/session.scn" >/dev/null ||
+    fail "the recorded session did not replay green"
+{ echo 'app answer recv_msg 17 -1'; cat "$out/session.scn"; } >"$out/changed.scn"
+if "${sim[@]}" --app "$sample" --json --expect "$out/session.expect" "$out/changed.scn" >/dev/null 2>"$out/changed.err"; then
+    fail "a changed answer replayed green"
+fi
+grep 'nothing matches' "$out/changed.err" | head -3
+echo "qualify: all checks passed ($target)"
