@@ -16,6 +16,7 @@
 #include "consts.h"
 #include "names.h"
 #include "noltDevSDK_report_status.h"
+#include "noltDevSDK_special_protocol.h"
 #include "noltDevSDK_shadow.h"
 #include "noltdev_host.h"
 #include "record_tables.h"
@@ -24,7 +25,7 @@ namespace sim {
 
 namespace {
 
-constexpr int kDomain = 3999;
+constexpr int kDomain = NOLTDEVSDK_SPECIAL_DOMAIN_ID;
 
 class Runner;
 Runner *g_runner = nullptr; // the module's callbacks carry no user pointer
