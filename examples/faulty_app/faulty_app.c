@@ -25,7 +25,8 @@ static int on_recv_msg(noltDevSDK_special_msg_to_dev *msg) {
 
 /* The trusteeship deletion results. */
 static int answer_deletion(noltDevSDK_special_runtime_info *info) {
-    size_t one = offsetof(noltDevSDK_Special_DelTrusteeship_S, astUnit) + sizeof(noltDevSDK_Special_DelTrusteeship_Param_S);
+    size_t one = offsetof(noltDevSDK_Special_DelTrusteeship_S, astUnit) +
+                 sizeof(noltDevSDK_Special_DelTrusteeship_Param_S);
     noltDevSDK_Special_DelTrusteeship_S *block = calloc(1, one); /* FAULT block: room for one unit ... */
     if (block == NULL) {
         return NOLTDEVSDK_SPECIAL_CODE_NOT_ENOUGH_MEMERY;
@@ -92,4 +93,6 @@ int noltdev_app_start(void) {
     return noltDevSDK_special_init(&init);
 }
 
-void noltdev_app_stop(void) { noltDevSDK_special_fini(); }
+void noltdev_app_stop(void) {
+    noltDevSDK_special_fini();
+}

@@ -57,7 +57,8 @@ static void fill_defaults(void) {
     g_dev.voices.num = 1;
     g_dev.voices.voice_info[0].index = 1;
     set_text(g_dev.voices.voice_info[0].name, sizeof(g_dev.voices.voice_info[0].name), "welcome");
-    set_text(g_dev.voices.voice_info[0].url, sizeof(g_dev.voices.voice_info[0].url), "http://voices.example/1.mp3");
+    set_text(g_dev.voices.voice_info[0].url, sizeof(g_dev.voices.voice_info[0].url),
+             "http://voices.example/1.mp3");
     g_dev.voices.voice_info[0].create_time = 1700000000;
     g_dev.battery_status.keep_alive = 1;
     g_dev.battery_status.work_time = 30;
@@ -146,7 +147,8 @@ static int answer_list(noltDevSDK_special_runtime_info *info, const void *entrie
 
 /* The deletion results: a block the module frees. */
 static int answer_deletion(noltDevSDK_special_runtime_info *info) {
-    size_t size = offsetof(noltDevSDK_Special_DelTrusteeship_S, astUnit) + sizeof(noltDevSDK_Special_DelTrusteeship_Param_S);
+    size_t size = offsetof(noltDevSDK_Special_DelTrusteeship_S, astUnit) +
+                  sizeof(noltDevSDK_Special_DelTrusteeship_Param_S);
     noltDevSDK_Special_DelTrusteeship_S *block = calloc(1, size);
     if (block == NULL) {
         return NOLTDEVSDK_SPECIAL_CODE_NOT_ENOUGH_MEMERY;
@@ -187,7 +189,8 @@ static int answer(noltDevSDK_special_runtime_info *info) {
 static int on_get_runtime_info(noltDevSDK_special_runtime_info *info) {
     int rc;
     pthread_mutex_lock(&g_lock);
-    if (info->type >= 0 && info->type < NOLTDEVSDK_SPECIAL_RUNTIME_INFO_TYPE_MAX && g_runtime_code[info->type] != 0) {
+    if (info->type >= 0 && info->type < NOLTDEVSDK_SPECIAL_RUNTIME_INFO_TYPE_MAX &&
+        g_runtime_code[info->type] != 0) {
         rc = g_runtime_code[info->type];
     } else {
         rc = answer(info);
@@ -208,8 +211,10 @@ static void apply(const noltDevSDK_special_msg_to_dev *msg) {
         [NOLTDEVSDK_SPECIAL_ON_RING_SOUND] = NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND + 1,
         [NOLTDEVSDK_SPECIAL_ON_SET_SPECIAL_PLAN] = NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN + 1,
         [NOLTDEVSDK_SPECIAL_ON_NET_WORK_MODE] = NOLTDEVSDK_SPECIAL_ON_GET_NET_WORK_MODE + 1,
-        [NOLTDEVSDK_SPECIAL_ON_SET_SPECIAL_ONE_CLICK_MUTE] = NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_ONE_CLICK_MUTE + 1,
-        [NOLTDEVSDK_SPECIAL_ON_SET_SPECIAL_SPEAKER_CONFIG] = NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_SPEAKER_CONFIG + 1,
+        [NOLTDEVSDK_SPECIAL_ON_SET_SPECIAL_ONE_CLICK_MUTE] =
+            NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_ONE_CLICK_MUTE + 1,
+        [NOLTDEVSDK_SPECIAL_ON_SET_SPECIAL_SPEAKER_CONFIG] =
+            NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_SPEAKER_CONFIG + 1,
     };
     void *record;
     if (msg->type < 0 || msg->type >= NOLTDEVSDK_SPECIAL_MSG_TO_DEV_TYPE_MAX || kRuntimeOf[msg->type] == 0) {
@@ -250,7 +255,9 @@ int noltdev_app_start(void) {
     return noltDevSDK_special_init(&init);
 }
 
-void noltdev_app_stop(void) { noltDevSDK_special_fini(); }
+void noltdev_app_stop(void) {
+    noltDevSDK_special_fini();
+}
 
 static int control_answer(const char *callback, int type, long code) {
     int recv = strcmp(callback, "recv_msg") == 0;

@@ -37,7 +37,8 @@ int main(void) {
         return 1;
     }
 
-    rc = noltdev_host_inject(NOLTDEVSDK_SPECIAL_DOMAIN_ID, kCenPlt2PuSetDelaySleepReq, 7, body, (uint32_t)strlen(body));
+    rc = noltdev_host_inject(NOLTDEVSDK_SPECIAL_DOMAIN_ID, kCenPlt2PuSetDelaySleepReq, 7, body,
+                             (uint32_t)strlen(body));
     printf("inject: %d\n", rc);
 
     noltdev_app_stop();

@@ -34,15 +34,17 @@ long long MillisecondsSince(std::chrono::steady_clock::time_point start) {
         .count();
 }
 
-size_t UsedLen(const void *data, int len) { return data != nullptr && len > 0 ? static_cast<size_t>(len) : 0; }
+size_t UsedLen(const void *data, int len) {
+    return data != nullptr && len > 0 ? static_cast<size_t>(len) : 0;
+}
 
 } // namespace
 
 std::string DescribeFinding(const Finding &f) {
     std::string again = f.repeats > 0 ? "; " + std::to_string(f.repeats) + " more time(s)" : "";
-    return std::string(SeverityName(f.issue.severity)) + " " + FaultClassName(f.issue.fault) + " " + f.callback +
-           " " + f.type_name + " (" + std::to_string(f.type) + ") " + f.issue.path + ": " + f.issue.what + " (" +
-           f.where + ", " + f.thread + again + ")";
+    return std::string(SeverityName(f.issue.severity)) + " " + FaultClassName(f.issue.fault) + " " +
+           f.callback + " " + f.type_name + " (" + std::to_string(f.type) + ") " + f.issue.path + ": " +
+           f.issue.what + " (" + f.where + ", " + f.thread + again + ")";
 }
 
 AppChecker::AppChecker(CallbackObserver &observer, const CheckOptions &options)
@@ -54,14 +56,18 @@ AppChecker::~AppChecker() {
     }
 }
 
-void AppChecker::Install() { g_checker = this; }
+void AppChecker::Install() {
+    g_checker = this;
+}
 
 void AppChecker::SetWhere(const std::string &where) {
     std::lock_guard<std::mutex> lock(mu_);
     where_ = where;
 }
 
-void AppChecker::SetThreadRole(const char *role) { t_role = role; }
+void AppChecker::SetThreadRole(const char *role) {
+    t_role = role;
+}
 
 bool AppChecker::Wrapped() {
     std::lock_guard<std::mutex> lock(mu_);
@@ -95,9 +101,13 @@ void AppChecker::Wrap(noltDevSDK_special_callback *cb) {
     cb->get_runtime_info = &AppChecker::RuntimeShim;
 }
 
-int AppChecker::RecvShim(noltDevSDK_special_msg_to_dev *msg) { return g_checker->Recv(msg); }
+int AppChecker::RecvShim(noltDevSDK_special_msg_to_dev *msg) {
+    return g_checker->Recv(msg);
+}
 
-int AppChecker::RuntimeShim(noltDevSDK_special_runtime_info *info) { return g_checker->Runtime(info); }
+int AppChecker::RuntimeShim(noltDevSDK_special_runtime_info *info) {
+    return g_checker->Runtime(info);
+}
 
 // The application gets a copy of the record between guard zones; what it wrote within
 // the record is copied back.
@@ -150,7 +160,8 @@ int AppChecker::CallRuntime(noltDevSDK_special_runtime_info *info, std::vector<I
         Leave(MillisecondsSince(start), thread, issues);
         size_t before = issues->size();
         if (options_.check && result == 0) {
-            CheckDeletionBlock(info->data, info->len, info->data ? malloc_usable_size(info->data) : 0, issues);
+            CheckDeletionBlock(info->data, info->len, info->data ? malloc_usable_size(info->data) : 0,
+                               issues);
             if (issues->size() == before) {
                 CheckFields(kDelTrusteeshipDesc, info->data, UsedLen(info->data, info->len), issues);
             }
@@ -185,12 +196,13 @@ int AppChecker::CallRuntime(noltDevSDK_special_runtime_info *info, std::vector<I
     return result;
 }
 
-void AppChecker::Enter(const char *callback, int type, const std::string &thread, std::vector<Issue> *issues) {
+void AppChecker::Enter(const char *callback, int type, const std::string &thread,
+                       std::vector<Issue> *issues) {
     std::lock_guard<std::mutex> lock(mu_);
     if (inside_ > 0 && options_.check) {
         issues->push_back(Issue{FaultClass::Concurrent, std::string(callback) + "(entry)",
-                                "entered on the " + thread + " while a callback runs on the " + inside_thread_ +
-                                    " (type " + std::to_string(type) + ")",
+                                "entered on the " + thread + " while a callback runs on the " +
+                                    inside_thread_ + " (type " + std::to_string(type) + ")",
                                 Severity::Info});
     }
     if (inside_++ == 0) {
@@ -203,8 +215,8 @@ void AppChecker::Leave(long long elapsed_ms, const std::string &thread, std::vec
     inside_--;
     if (options_.check && elapsed_ms > options_.slow_ms) {
         issues->push_back(Issue{FaultClass::Slow, "(callback)",
-                                "held the " + thread + " for " + std::to_string(elapsed_ms) + " ms (threshold " +
-                                    std::to_string(options_.slow_ms) + " ms)",
+                                "held the " + thread + " for " + std::to_string(elapsed_ms) +
+                                    " ms (threshold " + std::to_string(options_.slow_ms) + " ms)",
                                 Severity::Error});
     }
 }

@@ -28,25 +28,26 @@ class CallbackObserver {
 
 // One contract finding.
 struct Finding {
-    std::string callback;  // "recv_msg" or "get_runtime_info"
+    std::string callback; // "recv_msg" or "get_runtime_info"
     int type = 0;
     std::string type_name; // the public header's enumerator
     Issue issue;
-    std::string where;     // "file:line" of the scenario step
-    std::string thread;    // "kernel message thread", "custom-voice worker", ...
-    int repeats = 0;       // the same fault in the same field again, after the first
+    std::string where;  // "file:line" of the scenario step
+    std::string thread; // "kernel message thread", "custom-voice worker", ...
+    int repeats = 0;    // the same fault in the same field again, after the first
 };
 
 // "error text recv_msg NOLTDEVSDK_SPECIAL_ON_... (18) plan.time[0][0].begin: what (file:line, thread)".
 std::string DescribeFinding(const Finding &finding);
 
 struct CheckOptions {
-    bool check = true;  // run the contract checks (off: the shims only forward and show)
-    int slow_ms = 500;  // a callback holding its thread longer than this is a finding
+    bool check = true; // run the contract checks (off: the shims only forward and show)
+    int slow_ms = 500; // a callback holding its thread longer than this is a finding
 };
 
 // The shims' state; a fault found again in the same field of the same callback and
-// type counts as a repeat of its first finding. one per run, installed with Install() before the application starts.
+// type counts as a repeat of its first finding. one per run, installed with Install() before the application
+// starts.
 class AppChecker {
   public:
     AppChecker(CallbackObserver &observer, const CheckOptions &options);
@@ -86,8 +87,8 @@ class AppChecker {
     bool wrapped_ = false;
     std::mutex mu_;
     std::string where_;
-    int inside_ = 0;             // callbacks running now
-    std::string inside_thread_;  // the thread of the one that entered first
+    int inside_ = 0;            // callbacks running now
+    std::string inside_thread_; // the thread of the one that entered first
     std::vector<Finding> findings_;
     std::map<std::string, size_t> seen_; // a fault in a field of a callback type -> its finding
 };

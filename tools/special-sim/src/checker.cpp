@@ -40,8 +40,9 @@ void CheckArray(const RecordDesc &desc, const FieldDesc &f, const unsigned char 
         used = static_cast<size_t>(n);
     }
     for (size_t i = 0; i < used; i++) {
-        std::string index = f.dim1 > 0 ? "[" + std::to_string(i / per_row) + "][" + std::to_string(i % per_row) + "]"
-                                       : "[" + std::to_string(i) + "]";
+        std::string index = f.dim1 > 0
+                                ? "[" + std::to_string(i / per_row) + "][" + std::to_string(i % per_row) + "]"
+                                : "[" + std::to_string(i) + "]";
         CheckRecordAt(*f.element, data + f.offset + i * f.size, f.size, path + index, issues);
     }
 }
@@ -89,8 +90,8 @@ const char *SeverityName(Severity severity) {
 }
 
 const char *FaultClassName(FaultClass fault) {
-    static const char *const kNames[] = {"len",      "text",    "count", "enum",      "calendar",
-                                         "overrun",  "block",   "slow",  "concurrent"};
+    static const char *const kNames[] = {"len",     "text",  "count", "enum",      "calendar",
+                                         "overrun", "block", "slow",  "concurrent"};
     return kNames[static_cast<int>(fault)];
 }
 

@@ -106,7 +106,8 @@ std::string ParseOption(Args &a, int argc, char **argv, int &i) {
     bool has_value = i + 1 < argc;
     long long number = 0;
     if (arg == "--json" || arg == "--qualify" || arg == "--no-check") {
-        (arg == "--json" ? a.json : (arg == "--qualify" ? a.qualify : a.run.check.check)) = arg != "--no-check";
+        (arg == "--json" ? a.json : (arg == "--qualify" ? a.qualify : a.run.check.check)) =
+            arg != "--no-check";
     } else if (TextOption(a, arg) != nullptr && has_value) {
         *TextOption(a, arg) = argv[++i];
     } else if (NumberOption(a, arg) != nullptr && has_value && sim::ParseInteger(argv[i + 1], &number)) {
@@ -183,7 +184,8 @@ bool CheckExpect(const Args &a, sim::Transcript &out) {
 int Play(const Args &a) {
     std::string text, ignored;
     if (!ReadFile(a.scenario_file, &text) || (!a.expect_file.empty() && !ReadFile(a.expect_file, &ignored))) {
-        std::fprintf(stderr, "special-sim: cannot read %s\n", text.empty() ? a.scenario_file.c_str() : a.expect_file.c_str());
+        std::fprintf(stderr, "special-sim: cannot read %s\n",
+                     text.empty() ? a.scenario_file.c_str() : a.expect_file.c_str());
         return 2;
     }
     // A scenario is checked as a whole before anything runs.

@@ -35,7 +35,9 @@ const RecordDesc kFlowCountingCfgDesc{
 
 using Sw = noltDevSDK_special_switch_enable;
 const RecordDesc kSwitchEnableDesc{
-    "switch_enable", sizeof(Sw), {ENUM(Sw, type, NOLTDEVSDK_SPECIAL_SWITCH_TYPE_MAX), INT(Sw, channel), INT(Sw, enable)}};
+    "switch_enable",
+    sizeof(Sw),
+    {ENUM(Sw, type, NOLTDEVSDK_SPECIAL_SWITCH_TYPE_MAX), INT(Sw, channel), INT(Sw, enable)}};
 
 using Ds = noltDevSDK_special_delay_sleep_type;
 const RecordDesc kDelaySleepDesc{"delay_sleep_type", sizeof(Ds), {INT(Ds, channel), INT(Ds, type)}};
@@ -126,7 +128,10 @@ const RecordDesc kSpeakerConfigDesc{
     {INT(Spk, ring_enable), INT(Spk, ring_index), INT(Spk, intel_enable), INT(Spk, intel_index)}};
 
 using Kv = noltDevSDK_special_key_value;
-const RecordDesc kKeyValueDesc{"key_value", sizeof(Kv), {ENUM(Kv, key, NOLTDEVSDK_SPECIAL_KEY_TYPE_MAX), INT(Kv, channel), INT(Kv, value)}};
+const RecordDesc kKeyValueDesc{
+    "key_value",
+    sizeof(Kv),
+    {ENUM(Kv, key, NOLTDEVSDK_SPECIAL_KEY_TYPE_MAX), INT(Kv, channel), INT(Kv, value)}};
 
 using Vi = noltDevSDK_special_custom_voice_info;
 const RecordDesc kCustomVoiceInfoDesc{"custom_voice_info",

@@ -122,7 +122,6 @@ const FieldDesc *FindField(const RecordDesc &desc, const std::string &name) {
     return nullptr;
 }
 
-
 cJSON *RecordToJson(const RecordDesc &desc, const void *data, size_t len) {
     cJSON *out = cJSON_CreateObject();
     for (const FieldDesc &f : desc.fields) {

@@ -79,12 +79,14 @@ void PrintQualifyTable(FILE *out, const std::vector<QualifyRow> &rows) {
 }
 
 std::string JUnitXml(const std::vector<QualifyRow> &rows, const std::string &app) {
-    std::string xml = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites>\n  <testsuite name=\"special-sim qualify " +
-                      XmlEscape(app) + "\" tests=\"" + std::to_string(rows.size()) + "\" failures=\"" +
-                      std::to_string(CountStatus(rows, "FAILED")) + "\" skipped=\"" +
-                      std::to_string(CountStatus(rows, "not exercised")) + "\">\n";
+    std::string xml =
+        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites>\n  <testsuite name=\"special-sim qualify " +
+        XmlEscape(app) + "\" tests=\"" + std::to_string(rows.size()) + "\" failures=\"" +
+        std::to_string(CountStatus(rows, "FAILED")) + "\" skipped=\"" +
+        std::to_string(CountStatus(rows, "not exercised")) + "\">\n";
     for (const QualifyRow &r : rows) {
-        xml += "    <testcase classname=\"qualify." + XmlEscape(r.file) + "\" name=\"" + XmlEscape(r.capability) + "\"";
+        xml += "    <testcase classname=\"qualify." + XmlEscape(r.file) + "\" name=\"" +
+               XmlEscape(r.capability) + "\"";
         xml += ">\n";
         std::string body = XmlEscape(JoinLines(r.problems));
         if (r.status == "FAILED") {

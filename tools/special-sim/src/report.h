@@ -12,9 +12,9 @@ namespace sim {
 
 // One row of the qualification: a capability and how it fared.
 struct QualifyRow {
-    std::string capability; // "every routed platform command"
-    std::string file;       // the suite scenario
-    std::string status;     // "passed", "FAILED", "not exercised"
+    std::string capability;            // "every routed platform command"
+    std::string file;                  // the suite scenario
+    std::string status;                // "passed", "FAILED", "not exercised"
     std::vector<std::string> problems; // findings, unmet expectations, steps not exercised
     std::vector<std::string> notes;    // info-level findings, which do not fail a row
 };

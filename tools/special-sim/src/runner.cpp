@@ -16,8 +16,8 @@
 #include "consts.h"
 #include "names.h"
 #include "noltDevSDK_report_status.h"
-#include "noltDevSDK_special_protocol.h"
 #include "noltDevSDK_shadow.h"
+#include "noltDevSDK_special_protocol.h"
 #include "noltdev_host.h"
 #include "record_tables.h"
 
@@ -114,7 +114,8 @@ void Runner::Answered(const noltDevSDK_special_runtime_info *info, int selector,
                         ? RecordToJson(*desc, info->data, static_cast<size_t>(info->len))
                         : nullptr;
     if (ShowRuntime(info->type, selector, result, record)) {
-        out_.Callback("get_runtime_info", info->type, kRuntimeTypes.Name(info->type), info->len, result, record);
+        out_.Callback("get_runtime_info", info->type, kRuntimeTypes.Name(info->type), info->len, result,
+                      record);
     } else {
         cJSON_Delete(record);
     }
@@ -206,8 +207,8 @@ int Runner::StartApp() {
     void *lib = dlopen(options_.app.c_str(), RTLD_NOW | RTLD_LOCAL); // kept open: the module runs its code
     AppStartFn start = lib ? reinterpret_cast<AppStartFn>(dlsym(lib, "noltdev_app_start")) : nullptr;
     if (start == nullptr) {
-        Result("error", std::string("load ") + options_.app + ": " + (lib ? "no noltdev_app_start" : dlerror()),
-               -1);
+        Result("error",
+               std::string("load ") + options_.app + ": " + (lib ? "no noltdev_app_start" : dlerror()), -1);
         return 1;
     }
     app_stop_ = reinterpret_cast<AppStopFn>(dlsym(lib, "noltdev_app_stop"));
@@ -216,7 +217,8 @@ int Runner::StartApp() {
     int rc = start();
     Result("init", "noltdev_app_start", rc);
     if (rc == 0 && !checker_->Wrapped()) {
-        Result("error", "the application's callbacks were not wrapped (noltDevSDK_special_init not interposed)", -1);
+        Result("error",
+               "the application's callbacks were not wrapped (noltDevSDK_special_init not interposed)", -1);
         return 1;
     }
     return rc != 0 ? 1 : 0;
@@ -267,7 +269,8 @@ bool Runner::NeedsDemo(const Step &step) {
     if (!demo_only || !checker_) {
         return false;
     }
-    NotExercised("'" + step.text.substr(0, step.text.find(' ')) + "' needs the demo device; not run with --app");
+    NotExercised("'" + step.text.substr(0, step.text.find(' ')) +
+                 "' needs the demo device; not run with --app");
     return true;
 }
 

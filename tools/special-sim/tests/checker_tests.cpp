@@ -1,0 +1,223 @@
+// Tests of the contract checker: each fault class found in the field it is in, a clean
+// record passing, the guard zones, the type-9 block, the shims around a callback, and a
+// recorded run's expectations holding for the same run and failing for a changed one.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdint>
+#include <cstring>
+#include <thread>
+
+#include "app_check.h"
+#include "checker.h"
+#include "device_state.h"
+#include "expect.h"
+#include "record.h"
+#include "record_tables.h"
+#include "report.h"
+
+namespace sim {
+namespace {
+
+struct Filled {
+    const char *name;
+    const RecordDesc *desc;
+    size_t len;
+    void (*fill)(unsigned char *record);
+    const char *fault; // null: no issue expected
+    const char *path;
+};
+
+void Nothing(unsigned char *) {}
+
+// One flaw planted in an otherwise zeroed record per row; the checker names it by class
+// and field path.
+TEST(CheckFields, FindsEachFaultInItsField) {
+    using Cv = noltDevSDK_special_custom_voice_infos;
+    using Tc = DemoDevice::ChildList;
+    static const Filled cases[] = {
+        {"clean plan", &kPlanDesc, sizeof(noltDevSDK_special_plan), Nothing, nullptr, nullptr},
+        {"text at full width", &k4GInfoDesc, sizeof(noltDevSDK_special_4G_Info_S),
+         [](unsigned char *r) {
+             std::memset(reinterpret_cast<noltDevSDK_special_4G_Info_S *>(r)->network, 'L', 32);
+         },
+         "text", "4G_Info_S.network"},
+        {"count past the array", &kCustomVoiceInfosDesc, sizeof(Cv),
+         [](unsigned char *r) { reinterpret_cast<Cv *>(r)->num = 17; }, "count", "custom_voice_infos.num"},
+        {"negative count", &kCustomVoiceInfosDesc, sizeof(Cv),
+         [](unsigned char *r) { reinterpret_cast<Cv *>(r)->num = -1; }, "count", "custom_voice_infos.num"},
+        {"text in a counted entry", &kCustomVoiceInfosDesc, sizeof(Cv),
+         [](unsigned char *r) {
+             reinterpret_cast<Cv *>(r)->num = 3;
+             std::memset(reinterpret_cast<Cv *>(r)->voice_info[2].name, 'x', 64);
+         },
+         "text", "custom_voice_infos.voice_info[2].name"},
+        {"entry past the count is not looked at", &kCustomVoiceInfosDesc, sizeof(Cv),
+         [](unsigned char *r) {
+             reinterpret_cast<Cv *>(r)->num = 2;
+             std::memset(reinterpret_cast<Cv *>(r)->voice_info[2].name, 'x', 64);
+         },
+         nullptr, nullptr},
+        {"open-ended list bounded by len", &kTrusteeshipConnectDesc,
+         sizeof(int) + 2 * sizeof(noltDevSDK_trusteeship_subserial),
+         [](unsigned char *r) { reinterpret_cast<Tc *>(r)->num = 3; }, "count", "Trusteeship_connect.num"},
+        {"switch type outside its set", &kSwitchEnableDesc, sizeof(noltDevSDK_special_switch_enable),
+         [](unsigned char *r) { reinterpret_cast<noltDevSDK_special_switch_enable *>(r)->type = 5; }, "enum",
+         "switch_enable.type"},
+        {"key outside its set", &kKeyValueDesc, sizeof(noltDevSDK_special_key_value),
+         [](unsigned char *r) { reinterpret_cast<noltDevSDK_special_key_value *>(r)->key = -2; }, "enum",
+         "key_value.key"},
+        {"calendar value gmtime_r refuses", &kPlanDesc, sizeof(noltDevSDK_special_plan),
+         [](unsigned char *r) {
+             auto *plan = reinterpret_cast<noltDevSDK_special_plan *>(r);
+             plan->special_work_mode_plan.time[3][1].begin =
+                 sizeof(time_t) > 4 ? static_cast<time_t>(INT64_MAX) : 0;
+         },
+         sizeof(time_t) > 4 ? "calendar" : nullptr, "plan.time[3][1].begin"},
+        {"field beyond len is not looked at", &k4GInfoDesc, offsetof(noltDevSDK_special_4G_Info_S, network),
+         [](unsigned char *r) {
+             std::memset(reinterpret_cast<noltDevSDK_special_4G_Info_S *>(r)->network, 'L', 32);
+         },
+         nullptr, nullptr},
+    };
+    for (const Filled &c : cases) {
+        std::vector<unsigned char> record(sizeof(Cv), 0);
+        c.fill(record.data());
+        std::vector<Issue> issues;
+        CheckFields(*c.desc, record.data(), c.len, &issues);
+        if (c.fault == nullptr) {
+            EXPECT_TRUE(issues.empty()) << c.name << ": " << (issues.empty() ? "" : issues[0].path);
+            continue;
+        }
+        ASSERT_EQ(issues.size(), 1u) << c.name;
+        EXPECT_STREQ(FaultClassName(issues[0].fault), c.fault) << c.name;
+        EXPECT_EQ(issues[0].path, c.path) << c.name;
+        EXPECT_EQ(issues[0].severity, Severity::Error) << c.name;
+    }
+}
+
+TEST(GuardedCopy, FindsWritesOnEitherSideOnly) {
+    struct Case {
+        long offset; // from the record's start; the record is 16 bytes
+        const char *path;
+    } cases[] = {{0, nullptr},
+                 {15, nullptr},
+                 {16, "speaker_config[+16]"},
+                 {23, "speaker_config[+16]"},
+                 {-1, "speaker_config[-1]"},
+                 {-64, "speaker_config[-64]"}};
+    for (const Case &c : cases) {
+        unsigned char record[16] = {1, 2, 3};
+        GuardedCopy copy(record, sizeof record);
+        static_cast<unsigned char *>(copy.Data())[c.offset] = 0;
+        std::vector<Issue> issues;
+        CheckGuards(copy, "speaker_config", sizeof record, &issues);
+        if (c.path == nullptr) {
+            EXPECT_TRUE(issues.empty()) << c.offset;
+        } else {
+            ASSERT_EQ(issues.size(), 1u) << c.offset;
+            EXPECT_EQ(issues[0].fault, FaultClass::Overrun);
+            EXPECT_EQ(issues[0].path, c.path);
+        }
+    }
+}
+
+TEST(DeletionBlock, PresentAndLargeEnoughForItsUnits) {
+    const size_t unit = sizeof(noltDevSDK_Special_DelTrusteeship_Param_S);
+    const size_t head = offsetof(noltDevSDK_Special_DelTrusteeship_S, astUnit);
+    DemoDevice::DeletionBlock block{};
+    block.usNum = 2;
+    struct Case {
+        const void *data;
+        int len;
+        size_t usable;
+        const char *fault;
+    } cases[] = {
+        {&block, static_cast<int>(head + 2 * unit), head + 2 * unit, nullptr},
+        {nullptr, 0, 0, "block"},
+        {&block, static_cast<int>(head + 2 * unit), head + unit + 16, "block"}, // allocated for one unit
+        {&block, static_cast<int>(head + unit), head + 2 * unit, "len"},
+    };
+    for (const Case &c : cases) {
+        std::vector<Issue> issues;
+        CheckDeletionBlock(c.data, c.len, c.usable, &issues);
+        if (c.fault == nullptr) {
+            EXPECT_TRUE(issues.empty());
+        } else {
+            ASSERT_EQ(issues.size(), 1u) << c.fault;
+            EXPECT_STREQ(FaultClassName(issues[0].fault), c.fault);
+        }
+    }
+}
+
+class Observer : public CallbackObserver {
+  public:
+    void Received(const noltDevSDK_special_msg_to_dev *, int) override {}
+    void Answered(const noltDevSDK_special_runtime_info *, int, int) override {}
+    void Found(const std::string &text) override { found.push_back(text); }
+    std::vector<std::string> found;
+};
+
+// A careless callback: too slow, writes past the record and hands back another len.
+int CarelessAnswer(noltDevSDK_special_runtime_info *info) {
+    std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    std::memset(info->data, 0, static_cast<size_t>(info->len) + 4);
+    info->len = 99;
+    return 0;
+}
+
+TEST(AppChecker, ShimsFindWhatTheCallbackDidAndCountRepeats) {
+    Observer observer;
+    CheckOptions options;
+    options.slow_ms = 0;
+    AppChecker checker(observer, options);
+    checker.Install();
+    checker.SetWhere("t.scn:7");
+    noltDevSDK_special_callback cb = {nullptr, &CarelessAnswer};
+    AppChecker::Wrap(&cb);
+    ASSERT_TRUE(checker.Wrapped());
+    noltDevSDK_special_ring_type ring{1, 2, 3};
+    noltDevSDK_special_runtime_info info = {NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND, &ring, sizeof ring};
+    EXPECT_EQ(cb.get_runtime_info(&info), 0);
+    EXPECT_EQ(info.len, static_cast<int>(sizeof ring)); // the module's own len is left alone
+    EXPECT_EQ(cb.get_runtime_info(&info), 0);
+    std::vector<Finding> findings = checker.Findings();
+    ASSERT_EQ(findings.size(), 3u); // slow, overrun, len; the second call only repeats them
+    for (const Finding &f : findings) {
+        EXPECT_EQ(f.where, "t.scn:7");
+        EXPECT_EQ(f.repeats, 1);
+        EXPECT_EQ(f.type_name, "NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND");
+    }
+    EXPECT_EQ(observer.found.size(), 3u);
+    EXPECT_EQ(checker.Count(Severity::Error), 3);
+}
+
+TEST(Record, ExpectationsHoldForTheSameRunAndFailForAChangedAnswer) {
+    std::vector<std::string> run = {
+        R"({"kind":"get_runtime_info","type":13,"len":12,"result":0,"record":{"type":2,"index":3,"vol":80},"line":4})",
+        R"({"kind":"to_platform","command":18830,"seq":7,"response":1,"body":"<a/>","line":5})",
+        R"({"kind":"recv_msg","type":3,"len":600,"result":0,"record":{"name":"a \"b\" c"},"line":6})",
+    };
+    std::string expect = RecordExpectations(run);
+    EXPECT_TRUE(CheckExpectations(run, expect, "r.expect").empty()) << expect;
+    std::vector<std::string> changed = run;
+    changed[0].replace(changed[0].find("80"), 2, "81");
+    EXPECT_EQ(CheckExpectations(changed, expect, "r.expect").size(), 1u);
+    EXPECT_EQ(ExpectPathFor("dir.x/session.scn"), "dir.x/session.expect");
+    EXPECT_EQ(ExpectPathFor("dir.x/session"), "dir.x/session.expect");
+}
+
+TEST(Report, JUnitHasOneCasePerRowWithFailuresAndSkips) {
+    std::vector<QualifyRow> rows = {{"a & b", "01.scn", "passed", {}, {"info <x>"}},
+                                    {"c", "02.scn", "FAILED", {"error text <y>"}, {}},
+                                    {"d", "03.scn", "not exercised", {"no hook"}, {}}};
+    std::string xml = JUnitXml(rows, "lib.so");
+    EXPECT_NE(xml.find("tests=\"3\" failures=\"1\" skipped=\"1\""), std::string::npos) << xml;
+    EXPECT_NE(xml.find("name=\"a &amp; b\""), std::string::npos);
+    EXPECT_NE(xml.find("<failure message=\"1 problem(s)\">error text &lt;y&gt;"), std::string::npos);
+    EXPECT_NE(xml.find("<skipped message=\"not exercised\">no hook"), std::string::npos);
+    EXPECT_NE(xml.find("<system-out>info &lt;x&gt;"), std::string::npos);
+}
+
+} // namespace
+} // namespace sim
