@@ -42,7 +42,8 @@ for app in sample_app faulty_app; do
     cmake -S "examples/$app" -B "$out/$app" -DCMAKE_PREFIX_PATH="$stage" "${cmake_args[@]}" >/dev/null
     cmake --build "$out/$app" -j2 >/dev/null
 done
-sim=("${run[@]}" "$build/tools/special-sim/special-sim")
+# the installed simulator, with the suite installed beside it
+sim=("${run[@]}" "$stage/bin/special-sim")
 sample=$out/sample_app/libsample_app.so
 faulty=$out/faulty_app/libfaulty_app.so
 fail() {
@@ -64,20 +65,15 @@ rc=0
 "${sim[@]}" --qualify --app "$faulty" --junit "$out/faulty.xml" >"$out/faulty.txt" || rc=$?
 cat "$out/faulty.txt"
 [ "$rc" -eq 1 ] || fail "the faulty application's qualification exited $rc, not 1"
-while read -r class path; do
+# the planted faults, one "class path [time64]" a line
+grep -E '^[a-z]' examples/faulty_app/faults.txt | while read -r class path needs; do
+    if [ "$needs" = time64 ] && [ "$target" = armhf ]; then
+        echo "skipped: $class $path (32-bit time_t)"
+        continue
+    fi
     grep -F " $class " "$out/faulty.txt" | grep -F " $path: " >/dev/null || fail "fault not found: $class $path"
     echo "found: $class $path"
-done <<'FAULTS'
-len ring_type.len
-text 4G_Info_S.network
-count Trusteeship_connect.num
-enum key_value.key
-calendar custom_voice_infos.voice_info[0].create_time
-overrun speaker_config[+16]
-block DelTrusteeship_S.usNum
-slow (callback)
-concurrent recv_msg(entry)
-FAULTS
+done
 
 echo "== a recorded session replays green, and red after one changed answer"
 "${sim[@]}" --app "$sample" --record "$out/session.scn" tools/special-sim/qualify/01-platform-commands.scn >/dev/null

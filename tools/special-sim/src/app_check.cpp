@@ -4,6 +4,8 @@
 #include <malloc.h>
 
 #include <chrono>
+#include <cstddef>
+#include <cstdlib>
 #include <cstring>
 
 #include "names.h"
@@ -158,13 +160,8 @@ int AppChecker::CallRuntime(noltDevSDK_special_runtime_info *info, std::vector<I
     if (info->type == NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP) {
         int result = app_.get_runtime_info != nullptr ? app_.get_runtime_info(info) : -1;
         Leave(MillisecondsSince(start), thread, issues);
-        size_t before = issues->size();
         if (options_.check && result == 0) {
-            CheckDeletionBlock(info->data, info->len, info->data ? malloc_usable_size(info->data) : 0,
-                               issues);
-            if (issues->size() == before) {
-                CheckFields(kDelTrusteeshipDesc, info->data, UsedLen(info->data, info->len), issues);
-            }
+            CheckBlock(info, issues);
         }
         return result;
     }
@@ -194,6 +191,32 @@ int AppChecker::CallRuntime(noltDevSDK_special_runtime_info *info, std::vector<I
         CheckFields(*desc, info->data, len, issues);
     }
     return result;
+}
+
+// A block smaller than its usNum says is found, then replaced by one of the size the
+// module will read (zero-filled past what the application wrote), so that the run goes
+// on without the module reading past the application's allocation.
+void AppChecker::CheckBlock(noltDevSDK_special_runtime_info *info, std::vector<Issue> *issues) {
+    size_t before = issues->size();
+    size_t usable = info->data ? malloc_usable_size(info->data) : 0;
+    CheckDeletionBlock(info->data, info->len, usable, issues);
+    if (issues->size() == before) {
+        CheckFields(kDelTrusteeshipDesc, info->data, UsedLen(info->data, info->len), issues);
+        return;
+    }
+    if (info->data == nullptr) {
+        return;
+    }
+    size_t need = offsetof(noltDevSDK_Special_DelTrusteeship_S, astUnit) +
+                  static_cast<const noltDevSDK_Special_DelTrusteeship_S *>(info->data)->usNum *
+                      sizeof(noltDevSDK_Special_DelTrusteeship_Param_S);
+    void *whole = std::calloc(1, need);
+    if (whole != nullptr) {
+        std::memcpy(whole, info->data, usable < need ? usable : need);
+        std::free(info->data);
+        info->data = whole;
+        info->len = static_cast<int>(need);
+    }
 }
 
 void AppChecker::Enter(const char *callback, int type, const std::string &thread,

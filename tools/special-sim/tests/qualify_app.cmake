@@ -1,0 +1,36 @@
+# Runs special-sim --qualify against an application library and checks the verdict:
+#   cmake -DSIM=special-sim -DAPP=lib.so -DJUNIT=out.xml -DWANT=clean|FAULTS_FILE
+#         [-DEMULATOR=qemu-arm|-L|sysroot] [-DTIME64=ON|OFF] -P qualify_app.cmake
+# clean: exit 0, every row passed, no error or warning finding. A faults file: exit 1
+# and every fault in it found, by its class and field path.
+string(REPLACE "|" ";" emulator "${EMULATOR}")
+execute_process(COMMAND ${emulator} ${SIM} --qualify --app ${APP} --junit ${JUNIT}
+                RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err)
+message("${out}${err}")
+if(WANT STREQUAL "clean")
+  if(NOT rc EQUAL 0 OR out MATCHES "(^|\n)(FAILED|not exercised) " OR out MATCHES "\n +(error|warning) ")
+    message(FATAL_ERROR "the application did not qualify clean (exit ${rc})")
+  endif()
+  file(READ ${JUNIT} xml)
+  if(NOT xml MATCHES "<testsuites>.*<testcase .*</testsuites>")
+    message(FATAL_ERROR "no JUnit XML in ${JUNIT}")
+  endif()
+  return()
+endif()
+if(NOT rc EQUAL 1)
+  message(FATAL_ERROR "the faulty application's qualification exited ${rc}, not 1")
+endif()
+file(STRINGS ${WANT} faults REGEX "^[a-z]")
+foreach(fault IN LISTS faults)
+  separate_arguments(words UNIX_COMMAND "${fault}")
+  list(GET words 0 class)
+  list(GET words 1 path)
+  if(fault MATCHES " time64$" AND NOT TIME64)
+    continue()
+  endif()
+  string(FIND "${out}" " ${class} " at_class)
+  string(REGEX REPLACE "([][+.*()^$?|\\\\])" "\\\\\\1" path_re "${path}")
+  if(NOT out MATCHES "\n +error ${class} [^\n]* ${path_re}: " AND NOT out MATCHES "\n +info ${class} [^\n]* ${path_re}: ")
+    message(FATAL_ERROR "fault not found: ${class} ${path}")
+  endif()
+endforeach()
