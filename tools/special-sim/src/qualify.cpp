@@ -18,7 +18,8 @@ namespace {
 std::vector<std::string> SuiteFiles(const std::string &dir) {
     std::vector<std::string> files;
     DIR *d = opendir(dir.c_str());
-    for (struct dirent *e = d ? readdir(d) : nullptr; e != nullptr; e = readdir(d)) {
+    // readdir64: a 32-bit readdir fails on file systems with 64-bit inode numbers
+    for (struct dirent64 *e = d ? readdir64(d) : nullptr; e != nullptr; e = readdir64(d)) {
         std::string name = e->d_name;
         if (name.size() > 4 && name.compare(name.size() - 4, 4, ".scn") == 0) {
             files.push_back(name);
