@@ -150,20 +150,12 @@ int AppChecker::Runtime(noltDevSDK_special_runtime_info *info) {
     return result;
 }
 
-// Calls the application and checks what it filled in. The type-9 block is the
-// application's own allocation: its size is what malloc_usable_size reports, which may
-// exceed the request by the allocator's rounding (glibc: up to 24 bytes), so a block
-// short by less than that is not found; one unit (88 bytes) short always is.
+// Calls the application with a guarded copy of the record and checks what it filled in.
 int AppChecker::CallRuntime(noltDevSDK_special_runtime_info *info, std::vector<Issue> *issues) {
     const std::string thread = ThreadName(-1);
     auto start = std::chrono::steady_clock::now();
     if (info->type == NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP) {
-        int result = app_.get_runtime_info != nullptr ? app_.get_runtime_info(info) : -1;
-        Leave(MillisecondsSince(start), thread, issues);
-        if (options_.check && result == 0) {
-            CheckBlock(info, issues);
-        }
-        return result;
+        return CallDeletion(info, thread, issues);
     }
     size_t len = UsedLen(info->data, info->len);
     GuardedCopy copy(info->data, len);
@@ -193,7 +185,22 @@ int AppChecker::CallRuntime(noltDevSDK_special_runtime_info *info, std::vector<I
     return result;
 }
 
-// A block smaller than its usNum says is found, then replaced by one of the size the
+// Type 9: the application allocates the block, the module frees it; no copy is made.
+int AppChecker::CallDeletion(noltDevSDK_special_runtime_info *info, const std::string &thread,
+                             std::vector<Issue> *issues) {
+    auto start = std::chrono::steady_clock::now();
+    int result = app_.get_runtime_info != nullptr ? app_.get_runtime_info(info) : -1;
+    Leave(MillisecondsSince(start), thread, issues);
+    if (options_.check && result == 0) {
+        CheckBlock(info, issues);
+    }
+    return result;
+}
+
+// The block's size is what malloc_usable_size reports, which may exceed the request by
+// the allocator's rounding (glibc: up to 24 bytes), so a block short by less than that is
+// not found; one unit (88 bytes) short always is. A block smaller than its usNum says is
+// found, then replaced by one of the size the
 // module will read (zero-filled past what the application wrote), so that the run goes
 // on without the module reading past the application's allocation.
 void AppChecker::CheckBlock(noltDevSDK_special_runtime_info *info, std::vector<Issue> *issues) {

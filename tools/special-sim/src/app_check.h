@@ -77,6 +77,8 @@ class AppChecker {
     int Recv(noltDevSDK_special_msg_to_dev *msg);
     int Runtime(noltDevSDK_special_runtime_info *info);
     int CallRuntime(noltDevSDK_special_runtime_info *info, std::vector<Issue> *issues);
+    int CallDeletion(noltDevSDK_special_runtime_info *info, const std::string &thread,
+                     std::vector<Issue> *issues);
     void CheckBlock(noltDevSDK_special_runtime_info *info, std::vector<Issue> *issues);
     void Enter(const char *callback, int type, const std::string &thread, std::vector<Issue> *issues);
     void Leave(long long elapsed_ms, const std::string &thread, std::vector<Issue> *issues);

@@ -100,15 +100,28 @@ bool SetRuntime(Args &a, const std::string &what) {
     return true;
 }
 
+// Options without a value.
+bool FlagOption(Args &a, const std::string &arg) {
+    if (arg == "--json" || arg == "--qualify") {
+        (arg == "--json" ? a.json : a.qualify) = true;
+        return true;
+    }
+    if (arg == "--no-check") {
+        a.run.check.check = false;
+        return true;
+    }
+    return false;
+}
+
 // One option, possibly with its value (i moves past it); "" or the problem.
 std::string ParseOption(Args &a, int argc, char **argv, int &i) {
     std::string arg = argv[i];
     bool has_value = i + 1 < argc;
     long long number = 0;
-    if (arg == "--json" || arg == "--qualify" || arg == "--no-check") {
-        (arg == "--json" ? a.json : (arg == "--qualify" ? a.qualify : a.run.check.check)) =
-            arg != "--no-check";
-    } else if (TextOption(a, arg) != nullptr && has_value) {
+    if (FlagOption(a, arg)) {
+        return "";
+    }
+    if (TextOption(a, arg) != nullptr && has_value) {
         *TextOption(a, arg) = argv[++i];
     } else if (NumberOption(a, arg) != nullptr && has_value && sim::ParseInteger(argv[i + 1], &number)) {
         *NumberOption(a, arg) = static_cast<int>(number);
@@ -181,34 +194,51 @@ bool CheckExpect(const Args &a, sim::Transcript &out) {
     return problems.empty();
 }
 
-int Play(const Args &a) {
-    std::string text, ignored;
-    if (!ReadFile(a.scenario_file, &text) || (!a.expect_file.empty() && !ReadFile(a.expect_file, &ignored))) {
+// Reads and checks the scenario as a whole before anything runs; 0, or the exit status.
+int LoadScenario(const Args &a, std::string *text, sim::Scenario *scenario) {
+    std::string ignored;
+    if (!ReadFile(a.scenario_file, text) || (!a.expect_file.empty() && !ReadFile(a.expect_file, &ignored))) {
         std::fprintf(stderr, "special-sim: cannot read %s\n",
-                     text.empty() ? a.scenario_file.c_str() : a.expect_file.c_str());
+                     text->empty() ? a.scenario_file.c_str() : a.expect_file.c_str());
         return 2;
     }
-    // A scenario is checked as a whole before anything runs.
-    sim::Scenario scenario = sim::ParseScenario(text, a.scenario_file);
-    for (const std::string &e : scenario.errors) {
+    *scenario = sim::ParseScenario(*text, a.scenario_file);
+    for (const std::string &e : scenario->errors) {
         std::fprintf(stderr, "%s\n", e.c_str());
     }
-    if (!scenario.errors.empty()) {
-        std::fprintf(stderr, "special-sim: %zu error(s); nothing was run\n", scenario.errors.size());
+    if (!scenario->errors.empty()) {
+        std::fprintf(stderr, "special-sim: %zu error(s); nothing was run\n", scenario->errors.size());
         return 2;
+    }
+    return 0;
+}
+
+// The findings table after a run with an application; whether an error was found.
+bool ReportFindings(const Args &a, const sim::RunReport &report) {
+    if (a.run.app.empty() || !a.run.check.check) {
+        return false;
+    }
+    sim::PrintFindingSummary(a.json ? stderr : stdout, report.findings);
+    bool errors = false;
+    for (const sim::Finding &f : report.findings) {
+        errors = errors || f.issue.severity == sim::Severity::Error;
+    }
+    return errors;
+}
+
+int Play(const Args &a) {
+    std::string text;
+    sim::Scenario scenario;
+    int rc = LoadScenario(a, &text, &scenario);
+    if (rc != 0) {
+        return rc;
     }
     sim::Transcript out(stdout, a.json, !a.expect_file.empty() || !a.record_file.empty());
     sim::RunReport report;
     if (sim::RunScenario(scenario, a.scenario_file, out, a.run, &report) != 0) {
         return 1;
     }
-    bool errors = false;
-    if (!a.run.app.empty() && a.run.check.check) {
-        sim::PrintFindingSummary(a.json ? stderr : stdout, report.findings);
-        for (const sim::Finding &f : report.findings) {
-            errors = errors || f.issue.severity == sim::Severity::Error;
-        }
-    }
+    bool errors = ReportFindings(a, report);
     bool recorded = a.record_file.empty() || Record(a, text, out);
     return CheckExpect(a, out) && recorded && !errors ? 0 : 1;
 }
