@@ -525,6 +525,7 @@ int RunScenario(const Scenario &scenario, const std::string &file, Transcript &o
     if (report != nullptr) {
         *report = runner.Report();
     }
+    AppChecker::SetThreadRole(nullptr);
     return rc;
 }
 

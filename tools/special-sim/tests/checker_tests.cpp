@@ -3,15 +3,22 @@
 // recorded run's expectations holding for the same run and failing for a changed one.
 #include <gtest/gtest.h>
 
+#include <unistd.h>
+
 #include <chrono>
+#include <condition_variable>
 #include <cstdint>
+#include <cstdio>
 #include <cstring>
+#include <fstream>
+#include <mutex>
 #include <thread>
 
 #include "app_check.h"
 #include "checker.h"
 #include "device_state.h"
 #include "expect.h"
+#include "qualify.h"
 #include "record.h"
 #include "record_tables.h"
 #include "report.h"
@@ -190,6 +197,132 @@ TEST(AppChecker, ShimsFindWhatTheCallbackDidAndCountRepeats) {
     }
     EXPECT_EQ(observer.found.size(), 3u);
     EXPECT_EQ(checker.Count(Severity::Error), 3);
+}
+
+// A received record: writes inside it reach the module's copy, writes past it are found
+// and never reach the module's memory.
+int WritingReceiver(noltDevSDK_special_msg_to_dev *msg) {
+    auto *ring = static_cast<noltDevSDK_special_ring_type *>(msg->data);
+    ring->vol = 7;
+    reinterpret_cast<unsigned char *>(msg->data)[msg->len] = 0xEE;
+    return 5;
+}
+
+TEST(AppChecker, ReceivedRecordsAreGuardedAndCopiedBack) {
+    struct Case {
+        bool check;
+        size_t findings;
+    } cases[] = {{true, 1}, {false, 0}};
+    AppChecker::SetThreadRole(nullptr); // a thread of the module's own
+    for (const Case &c : cases) {
+        Observer observer;
+        CheckOptions options;
+        options.check = c.check;
+        AppChecker checker(observer, options);
+        checker.Install();
+        noltDevSDK_special_callback cb = {&WritingReceiver, nullptr};
+        AppChecker::Wrap(&cb);
+        struct {
+            noltDevSDK_special_ring_type ring;
+            unsigned char after;
+        } module = {{1, 2, 3}, 0x11};
+        noltDevSDK_special_msg_to_dev msg = {NOLTDEVSDK_SPECIAL_ON_RING_SOUND, &module.ring,
+                                             sizeof module.ring};
+        EXPECT_EQ(cb.recv_msg(&msg), 5);
+        EXPECT_EQ(module.ring.vol, 7);
+        EXPECT_EQ(module.after, 0x11);
+        std::vector<Finding> findings = checker.Findings();
+        ASSERT_EQ(findings.size(), c.findings);
+        if (c.check) {
+            EXPECT_EQ(DescribeFinding(findings[0]),
+                      "error overrun recv_msg NOLTDEVSDK_SPECIAL_ON_RING_SOUND (17) ring_type[+12]: written "
+                      "up to 1 "
+                      "byte(s) past the end of the 12-byte record (, kernel message thread)");
+        }
+    }
+}
+
+// Two callbacks in at once: the second is reported as information, with both threads.
+std::mutex g_mu;
+std::condition_variable g_cv;
+int g_inside = 0;
+int MeetingAnswer(noltDevSDK_special_runtime_info *) {
+    std::unique_lock<std::mutex> lock(g_mu);
+    g_inside++;
+    g_cv.notify_all();
+    g_cv.wait(lock, [] { return g_inside == 2; });
+    return 0;
+}
+
+TEST(AppChecker, CallbacksInAtOnceAreInformationNamingTheirThreads) {
+    AppChecker::SetThreadRole(nullptr); // a thread of the module's own
+    g_inside = 0;
+    Observer observer;
+    AppChecker checker(observer, CheckOptions());
+    checker.Install();
+    noltDevSDK_special_callback cb = {nullptr, &MeetingAnswer};
+    AppChecker::Wrap(&cb);
+    std::thread poller([&cb] {
+        AppChecker::SetThreadRole("report-status poller");
+        noltDevSDK_special_runtime_info info = {NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND, nullptr, 0};
+        cb.get_runtime_info(&info);
+    });
+    {
+        std::unique_lock<std::mutex> lock(g_mu);
+        g_cv.wait(lock, [] { return g_inside == 1; });
+    }
+    noltDevSDK_special_runtime_info info = {NOLTDEVSDK_SPECIAL_ON_GET_NET_WORK_MODE, nullptr, 0};
+    cb.get_runtime_info(&info); // on this thread, which has no role: the kernel's
+    poller.join();
+    std::vector<Finding> findings = checker.Findings();
+    ASSERT_EQ(findings.size(), 1u);
+    EXPECT_EQ(findings[0].issue.fault, FaultClass::Concurrent);
+    EXPECT_EQ(findings[0].issue.severity, Severity::Info);
+    EXPECT_NE(findings[0].issue.what.find("entered on the kernel message thread while a callback runs on the "
+                                          "report-status poller"),
+              std::string::npos)
+        << findings[0].issue.what;
+    EXPECT_EQ(checker.Count(Severity::Error), 0);
+}
+
+// A suite run with the demo device: a clean row passes, an unmet expectation fails its
+// row, and a row asking the application for something it cannot do is not exercised
+// even though its expectations hold.
+TEST(Qualify, EachRowGetsItsVerdict) {
+    char dir[] = "/tmp/special-sim-suite-XXXXXX";
+    ASSERT_NE(mkdtemp(dir), nullptr);
+    const struct {
+        const char *name, *text;
+    } files[] = {
+        {"01-clean.scn", "# capability: online\nevent online\npoll\n"},
+        {"01-clean.expect", "event result=0\n"},
+        {"02-unmet.scn", "event online\n"},
+        {"02-unmet.expect", "event result=1\n"},
+        {"03-hook.scn", "# capability: needs the hook\napp change 13\nevent online\n"},
+        {"03-hook.expect", "event result=0\n"},
+        {"notes.txt", "not a scenario\n"},
+    };
+    for (const auto &f : files) {
+        std::ofstream(std::string(dir) + "/" + f.name) << f.text;
+    }
+    std::vector<Finding> findings;
+    std::vector<QualifyRow> rows = RunQualify(dir, RunOptions(), &findings);
+    ASSERT_EQ(rows.size(), 3u);
+    EXPECT_EQ(rows[0].capability, "online");
+    EXPECT_EQ(rows[0].status, "passed");
+    EXPECT_EQ(rows[1].capability, "02-unmet.scn");
+    EXPECT_EQ(rows[1].status, "FAILED");
+    ASSERT_EQ(rows[1].problems.size(), 1u);
+    EXPECT_NE(rows[1].problems[0].find("02-unmet.expect:1: nothing matches"), std::string::npos);
+    EXPECT_EQ(rows[2].status, "not exercised");
+    ASSERT_EQ(rows[2].problems.size(), 1u);
+    EXPECT_NE(rows[2].problems[0].find("03-hook.scn:2: the application has no noltdev_app_control"),
+              std::string::npos);
+    EXPECT_TRUE(findings.empty());
+    for (const auto &f : files) {
+        std::remove((std::string(dir) + "/" + f.name).c_str());
+    }
+    rmdir(dir);
 }
 
 TEST(Record, ExpectationsHoldForTheSameRunAndFailForAChangedAnswer) {
