@@ -4,22 +4,16 @@
 
 #include <dlfcn.h>
 
-#include <algorithm>
 #include <chrono>
-#include <condition_variable>
 #include <cstring>
-#include <map>
-#include <memory>
-#include <mutex>
-#include <thread>
 
 #include "consts.h"
 #include "names.h"
-#include "noltDevSDK_report_status.h"
-#include "noltDevSDK_shadow.h"
 #include "noltDevSDK_special_protocol.h"
 #include "noltdev_host.h"
 #include "record_tables.h"
+#include "runner_impl.h"
+#include "step_table.h"
 
 namespace sim {
 
@@ -27,62 +21,12 @@ namespace {
 
 constexpr int kDomain = NOLTDEVSDK_SPECIAL_DOMAIN_ID;
 
-class Runner;
 Runner *g_runner = nullptr; // the module's callbacks carry no user pointer
 
-// The entry points a user's application library exports (noltdev_app_start required).
+// The entry point a user's application library must export.
 using AppStartFn = int (*)(void);
-using AppStopFn = void (*)(void);
-using AppControlFn = int (*)(const char *request);
 
-class Runner : public CallbackObserver {
-  public:
-    Runner(Transcript &out, const RunOptions &options) : out_(out), options_(options) {}
-
-    int Start();
-    void Begin(const std::string &file, const Step &step);
-    void Execute(const Step &step);
-    void Finish();
-    RunReport Report();
-
-    void Received(const noltDevSDK_special_msg_to_dev *msg, int result) override;
-    void Answered(const noltDevSDK_special_runtime_info *info, int selector, int result) override;
-    void Found(const std::string &text) override;
-
-  private:
-    int StartDemo();
-    int StartApp();
-    void StopApp();
-    void AppRequest(const Step &step);
-    bool NeedsDemo(const Step &step);
-    void NotExercised(const std::string &why);
-    static int RecvMsg(noltDevSDK_special_msg_to_dev *msg);
-    static int GetRuntimeInfo(noltDevSDK_special_runtime_info *info);
-    static int Sink(const noltdev_host_message *msg, void *user);
-    static void LogHook(int level, const char *line, void *user);
-
-    void Inject(const Step &step);
-    void Call(const Step &step);
-    void Shadow(const Step &step);
-    void WaitAnswers();
-    void Result(const char *kind, const std::string &what, int result);
-    bool ShowRuntime(int type, int selector, int result, const cJSON *record);
-
-    DemoDevice device_;
-    Transcript &out_;
-    RunOptions options_;
-    bool sleeping_ = false;
-    std::mutex mu_;
-    std::condition_variable cv_;
-    int pending_voice_ = 0; // custom-voice requests still waiting for their worker's answer
-    std::map<std::pair<int, int>, std::string> last_runtime_;
-    int hidden_runtime_ = 0;
-    std::unique_ptr<AppChecker> checker_; // with an application only
-    AppStopFn app_stop_ = nullptr;
-    AppControlFn app_control_ = nullptr;
-    std::string where_;
-    std::vector<std::string> not_exercised_;
-};
+} // namespace
 
 int Runner::RecvMsg(noltDevSDK_special_msg_to_dev *msg) {
     int result = g_runner->device_.Apply(msg);
@@ -233,18 +177,19 @@ void Runner::StopApp() {
     }
 }
 
-void Runner::Begin(const std::string &file, const Step &step) {
+void Runner::Run(const std::string &file, const Step &step) {
     where_ = file + ":" + std::to_string(step.line);
     if (checker_) {
         checker_->SetWhere(where_);
     }
-    const char *role = "application thread";
-    if (step.op == Op::Poll || step.op == Op::Force || step.op == Op::Reset) {
-        role = "report-status poller";
-    } else if (step.op == Op::ShadowDeliver || step.op == Op::ShadowRead) {
-        role = "shadow service";
+    AppChecker::SetThreadRole(step.row->thread_role);
+    // Steps that change or show the demo device have nothing to act on with an application.
+    if (step.row->needs_demo && checker_) {
+        NotExercised("'" + step.text.substr(0, step.text.find(' ')) +
+                     "' needs the demo device; not run with --app");
+        return;
     }
-    AppChecker::SetThreadRole(role);
+    step.row->run(*this, step);
 }
 
 RunReport Runner::Report() {
@@ -263,27 +208,16 @@ void Runner::NotExercised(const std::string &why) {
     out_.Outcome("not_exercised", why, members);
 }
 
-// Steps that change or show the demo device have nothing to act on with an application.
-bool Runner::NeedsDemo(const Step &step) {
-    bool demo_only = step.op == Op::Set || step.op == Op::Show || step.op == Op::Answer;
-    if (!demo_only || !checker_) {
-        return false;
-    }
-    NotExercised("'" + step.text.substr(0, step.text.find(' ')) +
-                 "' needs the demo device; not run with --app");
-    return true;
-}
-
 // "app REQUEST": the application's own control hook, when it has one.
-void Runner::AppRequest(const Step &step) {
+void Runner::AppRequest(const std::string &request) {
     if (app_control_ == nullptr) {
-        NotExercised("the application has no noltdev_app_control for '" + step.arg + "'");
+        NotExercised("the application has no noltdev_app_control for '" + request + "'");
         return;
     }
-    int rc = app_control_(step.arg.c_str());
-    Result("app", "noltdev_app_control(\"" + step.arg + "\")", rc);
+    int rc = app_control_(request.c_str());
+    Result("app", "noltdev_app_control(\"" + request + "\")", rc);
     if (rc != 0) {
-        NotExercised("the application refused '" + step.arg + "'");
+        NotExercised("the application refused '" + request + "'");
     }
 }
 
@@ -321,193 +255,27 @@ void Runner::WaitAnswers() {
     }
 }
 
-void Runner::Inject(const Step &step) {
-    int command = static_cast<int>(step.number);
-    out_.Message(true, static_cast<uint32_t>(command), step.seq, 0, step.body);
+void Runner::Inject(int command, unsigned int seq, const std::string &body, bool wait) {
+    out_.Message(true, static_cast<uint32_t>(command), seq, 0, body);
     if (command == kCenPlt2PuSetCustomVoiceReq && !sleeping_) {
         std::lock_guard<std::mutex> lock(mu_);
         pending_voice_++;
     }
-    int rc = noltdev_host_post(kDomain, command, step.seq, step.body.c_str(),
-                               static_cast<uint32_t>(step.body.size()));
+    int rc = noltdev_host_post(kDomain, command, seq, body.c_str(), static_cast<uint32_t>(body.size()));
     if (rc != 0) {
         Result("error", "noltdev_host_post", rc);
     }
-    if (step.op == Op::Send) {
+    if (wait) {
         WaitAnswers();
     }
 }
 
-void Runner::Shadow(const Step &step) {
-    if (step.op == Op::ShadowDeliver) {
-        int type = static_cast<int>(step.number);
-        out_.Shadow(true, step.arg, type, step.body, 0, 0);
-        Result("shadow", "noltdev_host_shadow_deliver",
-               noltdev_host_shadow_deliver(kDomain, step.arg.c_str(), type, step.body.c_str(),
-                                           static_cast<int>(step.body.size())));
-        return;
-    }
-    std::string value(std::max<size_t>(8192, static_cast<size_t>(step.number) + 1), '\0');
-    int type = shd_data_type_null; // what a read that finds nothing shows
-    uint32_t version = 0;
-    int rc = noltdev_host_shadow_read(kDomain, step.arg.c_str(), static_cast<int>(step.number), &value[0],
-                                      static_cast<int>(value.size()), &type, &version);
-    value.resize(std::strlen(value.c_str()));
-    out_.Shadow(false, step.arg, type, value, rc, version);
+int Runner::TakeHiddenRuntime() {
+    std::lock_guard<std::mutex> lock(mu_);
+    int hidden = hidden_runtime_;
+    hidden_runtime_ = 0;
+    return hidden;
 }
-
-// One device request through noltDevSDK_special_send_msg; the text requests (code,
-// domain) take a 128-byte text record.
-int SendRequest(NOLTDEVSDK_SPECIAL_MSG_TO_SERVER_TYPE_E type, void *record, std::string *what) {
-    noltDevSDK_special_msg msg;
-    std::memset(&msg, 0, sizeof msg);
-    msg.msg_type = type;
-    msg.msg_struct_ptr = record;
-    static const char *const kNames[] = {"UNBIND_USER", "SEND_VERIFICATION_CODE", "QUERY_VODDNS_MAPPED_PORT",
-                                         "TRANS_4G_FLOW_INFO"};
-    *what = std::string("noltDevSDK_special_send_msg(") + kNames[type] + ")";
-    return noltDevSDK_special_send_msg(&msg);
-}
-
-void Runner::Call(const Step &step) {
-    int rc = 0;
-    std::string what;
-    char text[128] = {};
-    std::strncpy(text, step.arg.c_str(), sizeof text - 1);
-    FlowRows rows;
-    noltDevSDK_special_4G_flow_info_page page;
-    switch (step.call) {
-    case CallKind::Unbind:
-        rc = SendRequest(NOLTDEVSDK_SPECIAL_UNBIND_USER, nullptr, &what);
-        break;
-    case CallKind::VerificationCode:
-        rc = SendRequest(NOLTDEVSDK_SPECIAL_SEND_VERIFICATION_CODE, text, &what);
-        break;
-    case CallKind::MappedPortQuery:
-        rc = SendRequest(NOLTDEVSDK_SPECIAL_QUERY_VODDNS_MAPPED_PORT, text, &what);
-        break;
-    case CallKind::Flow4G:
-        rows = device_.FlowInfo();
-        page.max_count = rows.max_count;
-        page.flow_info = rows.flow_info;
-        rc = SendRequest(NOLTDEVSDK_SPECIAL_TRANS_4G_FLOW_INFO, &page, &what);
-        break;
-    case CallKind::FlowCount: {
-        noltDevSDK_special_flow_counting_seg_count segs = device_.Counting();
-        rc = noltDevSDK_special_report_flow_counting(&segs);
-        what = "noltDevSDK_special_report_flow_counting";
-        break;
-    }
-    case CallKind::Raw: {
-        std::string body = step.body;
-        noltDevSDK_special_trans_cmd_msg raw;
-        std::memset(&raw, 0, sizeof raw);
-        raw.content = &body[0];
-        raw.content_len = static_cast<int>(body.size());
-        raw.cmd_id = static_cast<unsigned int>(step.number);
-        raw.msg_type = static_cast<unsigned char>(step.response);
-        raw.msg_seq = step.seq;
-        rc = noltDevSDK_special_send_msg_to_platform(&raw);
-        what = "noltDevSDK_special_send_msg_to_platform";
-        break;
-    }
-    case CallKind::TrusteeshipReport:
-        rc = noltDevSDK_special_report_trusteeship();
-        what = "noltDevSDK_special_report_trusteeship";
-        break;
-    }
-    Result("call", what, rc);
-}
-
-void Runner::Execute(const Step &step) {
-    if (NeedsDemo(step)) {
-        return;
-    }
-    switch (step.op) {
-    case Op::Send:
-    case Op::Post:
-        Inject(step);
-        break;
-    case Op::Event:
-        Result("event", kEvents.Describe(step.number),
-               noltdev_host_raise_event(kDomain, static_cast<int>(step.number)));
-        break;
-    case Op::Sleep:
-        noltdev_host_set_sleep(step.flag ? 1 : 0);
-        sleeping_ = step.flag;
-        break;
-    case Op::Registered:
-        noltdev_host_set_registered(step.flag ? 1 : 0);
-        break;
-    case Op::Serial:
-        noltdev_host_set_serial(step.arg.c_str());
-        break;
-    case Op::ShadowDeliver:
-    case Op::ShadowRead:
-        Shadow(step);
-        break;
-    case Op::Set:
-        device_.Set(step.set);
-        break;
-    case Op::Show:
-        for (const Group &g : DemoDevice::Groups()) {
-            if (step.arg == "all" || step.arg == g.name) {
-                out_.State(g.name, device_.GroupJson(g));
-            }
-        }
-        break;
-    case Op::Answer:
-        if (step.flag) {
-            device_.SetRecvResult(static_cast<int>(step.number), step.code);
-        } else {
-            device_.SetRuntimeResult(static_cast<int>(step.number), step.code);
-        }
-        break;
-    case Op::Call:
-        Call(step);
-        break;
-    case Op::Poll:
-        for (long long i = 0; i < step.number; i++) {
-            int reports = noltdev_host_report_poll();
-            int hidden;
-            {
-                std::lock_guard<std::mutex> lock(mu_);
-                hidden = hidden_runtime_;
-                hidden_runtime_ = 0;
-            }
-            cJSON *members = cJSON_CreateObject();
-            cJSON_AddNumberToObject(members, "reports", reports);
-            cJSON_AddNumberToObject(members, "hidden_runtime_answers", hidden);
-            out_.Outcome("poll",
-                         std::to_string(reports) + " report(s); " + std::to_string(hidden) +
-                             " unchanged runtime answer(s) not shown",
-                         members);
-        }
-        break;
-    case Op::Force:
-        Result("force", kReportIds.Describe(step.number),
-               noltDevSDK_report_set_force_report(static_cast<int>(step.number)));
-        break;
-    case Op::Reset:
-        Result("reset", "noltdev_host_report_reset_all", noltdev_host_report_reset_all());
-        break;
-    case Op::Wait:
-        if (step.number > 0) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(step.number));
-        } else {
-            WaitAnswers();
-        }
-        break;
-    case Op::Note:
-        out_.Outcome("note", step.arg, nullptr);
-        break;
-    case Op::App:
-        AppRequest(step);
-        break;
-    }
-}
-
-} // namespace
 
 int RunScenario(const Scenario &scenario, const std::string &file, Transcript &out, const RunOptions &options,
                 RunReport *report) {
@@ -515,9 +283,8 @@ int RunScenario(const Scenario &scenario, const std::string &file, Transcript &o
     int rc = runner.Start();
     for (size_t i = 0; rc == 0 && i < scenario.steps.size(); i++) {
         const Step &step = scenario.steps[i];
-        out.BeginStep(file, step.line, step.text, step.op != Op::Note);
-        runner.Begin(file, step);
-        runner.Execute(step);
+        out.BeginStep(file, step.line, step.text, step.row->echo);
+        runner.Run(file, step);
     }
     if (rc == 0) {
         runner.Finish();

@@ -12,6 +12,7 @@
 #include "names.h"
 #include "record_tables.h"
 #include "scenario.h"
+#include "step_table.h"
 #include "transcript.h"
 
 namespace sim {
@@ -68,7 +69,7 @@ TEST(ScenarioParse, AcceptsEveryForm) {
     EXPECT_EQ(s.steps[0].number, 18829);
     EXPECT_EQ(s.steps[0].seq, 7u);
     EXPECT_EQ(s.steps[0].body, "<Request>\n  <Type>OneClickMute</Type>");
-    EXPECT_EQ(s.steps[1].op, Op::Post);
+    EXPECT_STREQ(s.steps[1].row->name, "post");
     EXPECT_EQ(s.steps[1].body, "{\"subserial\":\"CH1\"}");
     EXPECT_EQ(s.steps[1].seq, 1u); // commands without a seq are numbered 1, 2, ...
     EXPECT_EQ(s.steps[2].seq, 2u);
@@ -78,7 +79,7 @@ TEST(ScenarioParse, AcceptsEveryForm) {
     EXPECT_EQ(s.steps[5].set.value, "My Wifi");
     EXPECT_EQ(s.steps[6].number, 3);
     EXPECT_EQ(static_cast<unsigned int>(s.steps[6].code), 0xD3999024u);
-    EXPECT_EQ(s.steps[7].call, CallKind::Raw);
+    EXPECT_STREQ(s.steps[7].call->name, "raw");
     EXPECT_EQ(s.steps[7].response, 1);
     EXPECT_EQ(s.steps[7].body, "{}");
     EXPECT_EQ(s.steps[8].number, 64);
