@@ -56,49 +56,64 @@ bool Matches(const cJSON *object, const std::string &kind, const std::vector<std
     return true;
 }
 
-} // namespace
-
-std::vector<std::string> CheckExpectations(const std::vector<std::string> &json_lines,
-                                           const std::string &expect_text, const std::string &expect_file) {
-    std::vector<std::string> problems;
+// The output's lines as JSON objects; a line that is not an object with a kind is a problem.
+std::vector<cJSON *> ParseOutput(const std::vector<std::string> &json_lines,
+                                 std::vector<std::string> *problems) {
     std::vector<cJSON *> parsed;
     for (size_t i = 0; i < json_lines.size(); i++) {
         cJSON *o = cJSON_Parse(json_lines[i].c_str());
         if (!cJSON_IsObject(o) || !cJSON_IsString(cJSON_GetObjectItemCaseSensitive(o, "kind"))) {
-            problems.push_back("output line " + std::to_string(i + 1) + ": not a JSON object with a kind");
+            problems->push_back("output line " + std::to_string(i + 1) + ": not a JSON object with a kind");
             cJSON_Delete(o);
             continue;
         }
         parsed.push_back(o);
     }
+    return parsed;
+}
+
+bool WellFormed(const std::vector<std::string> &conds) {
+    for (const std::string &cond : conds) {
+        size_t op = cond.find_first_of("=~");
+        if (op == std::string::npos || op == 0) {
+            return false;
+        }
+    }
+    return true;
+}
+
+// One line of the expectation file against the output; "" or the problem (without where).
+std::string CheckLine(const std::string &line, const std::vector<cJSON *> &parsed) {
+    std::vector<std::string> words;
+    if (!SplitWords(line, &words)) {
+        return "unterminated quote";
+    }
+    if (words.empty() || words[0][0] == '#') {
+        return "";
+    }
+    std::vector<std::string> conds(words.begin() + 1, words.end());
+    if (!WellFormed(conds)) {
+        return "conditions are path=value or path~text";
+    }
+    for (const cJSON *o : parsed) {
+        if (Matches(o, words[0], conds)) {
+            return "";
+        }
+    }
+    return "nothing matches: " + line;
+}
+
+} // namespace
+
+std::vector<std::string> CheckExpectations(const std::vector<std::string> &json_lines,
+                                           const std::string &expect_text, const std::string &expect_file) {
+    std::vector<std::string> problems;
+    std::vector<cJSON *> parsed = ParseOutput(json_lines, &problems);
     std::vector<std::string> lines = SplitLines(expect_text);
     for (size_t number = 1; number <= lines.size(); number++) {
-        const std::string &line = lines[number - 1];
-        std::vector<std::string> words;
-        std::string where = expect_file + ":" + std::to_string(number);
-        if (!SplitWords(line, &words)) {
-            problems.push_back(where + ": unterminated quote");
-            continue;
-        }
-        if (words.empty() || words[0][0] == '#') {
-            continue;
-        }
-        std::vector<std::string> conds(words.begin() + 1, words.end());
-        bool well_formed = true;
-        for (const std::string &cond : conds) {
-            size_t op = cond.find_first_of("=~");
-            well_formed = well_formed && op != std::string::npos && op > 0;
-        }
-        if (!well_formed) {
-            problems.push_back(where + ": conditions are path=value or path~text");
-            continue;
-        }
-        bool found = false;
-        for (const cJSON *o : parsed) {
-            found = found || Matches(o, words[0], conds);
-        }
-        if (!found) {
-            problems.push_back(where + ": nothing matches: " + line);
+        std::string problem = CheckLine(lines[number - 1], parsed);
+        if (!problem.empty()) {
+            problems.push_back(expect_file + ":" + std::to_string(number) + ": " + problem);
         }
     }
     for (cJSON *o : parsed) {

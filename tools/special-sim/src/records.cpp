@@ -45,23 +45,20 @@ double FloatValue(const unsigned char *p) {
     return std::strtod(buf, nullptr);
 }
 
-cJSON *ArrayToJson(const RecordDesc &desc, const FieldDesc &f, const void *data, size_t len) {
-    size_t total = static_cast<size_t>(f.dim0) * static_cast<size_t>(f.dim1 > 0 ? f.dim1 : 1);
-    size_t avail = len > f.offset ? (len - f.offset) / f.size : 0;
-    if (avail > total) {
-        avail = total;
+// An array with a count field: the entries it counts, bounded by `avail`.
+cJSON *CountedToJson(const RecordDesc &desc, const FieldDesc &f, const void *data, size_t avail) {
+    const FieldDesc *counter = FindField(desc, f.count);
+    long long n = counter ? ReadInteger(counter->kind, At(data, counter->offset)) : 0;
+    n = n < 0 ? 0 : (static_cast<size_t>(n) > avail ? static_cast<long long>(avail) : n);
+    cJSON *array = cJSON_CreateArray();
+    for (long long i = 0; i < n; i++) {
+        cJSON_AddItemToArray(array, RecordToJson(*f.element, At(data, f.offset + i * f.size), f.size));
     }
-    if (f.count != nullptr) {
-        const FieldDesc *counter = FindField(desc, f.count);
-        long long n = counter ? ReadInteger(counter->kind, At(data, counter->offset)) : 0;
-        n = n < 0 ? 0 : (static_cast<size_t>(n) > avail ? static_cast<long long>(avail) : n);
-        cJSON *array = cJSON_CreateArray();
-        for (long long i = 0; i < n; i++) {
-            cJSON_AddItemToArray(array, RecordToJson(*f.element, At(data, f.offset + i * f.size), f.size));
-        }
-        return array;
-    }
-    // Sparse arrays keep their indexes as keys; a grid nests rows ("time": {"1": {"0": ...}}).
+    return array;
+}
+
+// Sparse arrays keep their indexes as keys; a grid nests rows ("time": {"1": {"0": ...}}).
+cJSON *SparseToJson(const FieldDesc &f, const void *data, size_t avail) {
     cJSON *object = cJSON_CreateObject();
     for (size_t i = 0; i < avail; i++) {
         const unsigned char *p = At(data, f.offset + i * f.size);
@@ -81,6 +78,15 @@ cJSON *ArrayToJson(const RecordDesc &desc, const FieldDesc &f, const void *data,
         cJSON_AddItemToObject(parent, std::to_string(column).c_str(), RecordToJson(*f.element, p, f.size));
     }
     return object;
+}
+
+cJSON *ArrayToJson(const RecordDesc &desc, const FieldDesc &f, const void *data, size_t len) {
+    size_t total = static_cast<size_t>(f.dim0) * static_cast<size_t>(f.dim1 > 0 ? f.dim1 : 1);
+    size_t avail = len > f.offset ? (len - f.offset) / f.size : 0;
+    if (avail > total) {
+        avail = total;
+    }
+    return f.count != nullptr ? CountedToJson(desc, f, data, avail) : SparseToJson(f, data, avail);
 }
 
 } // namespace
@@ -190,7 +196,10 @@ std::string JsonToLines(const cJSON *json, const std::string &indent) {
     return out;
 }
 
-bool ResolvePath(const RecordDesc &desc, const std::string &path, FieldRef *ref, std::string *error) {
+namespace {
+
+// "a.b[1].c" and "a.b.1.c" alike: {"a", "b", "1", "c"}.
+std::vector<std::string> PathParts(const std::string &path) {
     std::string norm;
     for (char c : path) {
         norm += (c == '[') ? '.' : c;
@@ -209,6 +218,49 @@ bool ResolvePath(const RecordDesc &desc, const std::string &path, FieldRef *ref,
             start = i + 1;
         }
     }
+    return parts;
+}
+
+// A single value, which must end the path.
+bool ResolveValue(const FieldDesc &f, bool last, const std::string &part, size_t base, FieldRef *out,
+                  std::string *error) {
+    if (!last) {
+        *error = "'" + part + "' is a single value, not a record";
+        return false;
+    }
+    if (f.kind == Kind::PtrText) {
+        *error = "'" + part + "' cannot be set";
+        return false;
+    }
+    out->field = &f;
+    out->offset = base + f.offset;
+    return true;
+}
+
+// The entry that the parts after the array's name (*i) index; *i moves past them.
+bool ArrayEntry(const FieldDesc &f, const std::vector<std::string> &parts, size_t *i, size_t *entry,
+                std::string *error) {
+    int dims = f.dim1 > 0 ? 2 : 1;
+    long long idx[2] = {0, 0};
+    const std::string name = parts[*i];
+    for (int d = 0; d < dims; d++) {
+        int limit = d == 0 ? f.dim0 : f.dim1;
+        if (*i + 1 >= parts.size() || !ParseInteger(parts[*i + 1], &idx[d]) || idx[d] < 0 ||
+            idx[d] >= limit) {
+            *error = "'" + name + "' needs " + (dims == 2 ? "two indexes" : "an index") + " (0 to " +
+                     std::to_string(limit - 1) + ")";
+            return false;
+        }
+        (*i)++;
+    }
+    *entry = static_cast<size_t>(idx[0] * (f.dim1 > 0 ? f.dim1 : 1) + idx[1]);
+    return true;
+}
+
+} // namespace
+
+bool ResolvePath(const RecordDesc &desc, const std::string &path, FieldRef *ref, std::string *error) {
+    std::vector<std::string> parts = PathParts(path);
     const RecordDesc *current = &desc;
     size_t base = 0;
     FieldRef out;
@@ -220,33 +272,18 @@ bool ResolvePath(const RecordDesc &desc, const std::string &path, FieldRef *ref,
             return false;
         }
         if (f->kind != Kind::Array) {
-            if (i + 1 != parts.size()) {
-                *error = "'" + parts[i] + "' is a single value, not a record";
+            if (!ResolveValue(*f, i + 1 == parts.size(), parts[i], base, &out, error)) {
                 return false;
             }
-            if (f->kind == Kind::PtrText) {
-                *error = "'" + parts[i] + "' cannot be set";
-                return false;
-            }
-            out.field = f;
-            out.offset = base + f->offset;
             *ref = out;
             return true;
         }
-        int dims = f->dim1 > 0 ? 2 : 1;
-        long long idx[2] = {0, 0};
-        for (int d = 0; d < dims; d++) {
-            int limit = d == 0 ? f->dim0 : f->dim1;
-            if (i + 1 >= parts.size() || !ParseInteger(parts[i + 1], &idx[d]) || idx[d] < 0 ||
-                idx[d] >= limit) {
-                *error = "'" + parts[i] + "' needs " + (dims == 2 ? "two indexes" : "an index") + " (0 to " +
-                         std::to_string(limit - 1) + ")";
-                return false;
-            }
-            i++;
+        const std::string name = parts[i];
+        size_t entry = 0;
+        if (!ArrayEntry(*f, parts, &i, &entry, error)) {
+            return false;
         }
-        size_t entry = static_cast<size_t>(idx[0] * (f->dim1 > 0 ? f->dim1 : 1) + idx[1]);
-        if (f->count != nullptr) {
+        if (f->count != nullptr) { // setting an entry past the count raises it
             out.counter = FindField(*current, f->count);
             out.counter_offset = base + (out.counter ? out.counter->offset : 0);
             out.index = static_cast<int>(entry);
@@ -254,8 +291,7 @@ bool ResolvePath(const RecordDesc &desc, const std::string &path, FieldRef *ref,
         base += f->offset + entry * f->size;
         current = f->element;
         if (i + 1 == parts.size()) {
-            *error =
-                "'" + parts[i - dims] + "' entries are records; name a field (" + FieldNames(*current) + ")";
+            *error = "'" + name + "' entries are records; name a field (" + FieldNames(*current) + ")";
             return false;
         }
     }
@@ -279,36 +315,37 @@ bool ParseTimeValue(const std::string &text, long long *value) {
     return !text.empty() && *end == '\0' && errno == 0;
 }
 
-} // namespace
+bool CheckText(const FieldDesc &field, const std::string &text, std::string *error) {
+    if (text.size() >= field.size) {
+        *error = "text too long for " + std::string(field.name) + " (at most " +
+                 std::to_string(field.size - 1) + " characters)";
+        return false;
+    }
+    return true;
+}
 
-bool CheckValue(const FieldDesc &field, const std::string &text, std::string *error) {
+bool CheckFloat(const std::string &text, std::string *error) {
+    char *end = nullptr;
+    std::strtof(text.c_str(), &end);
+    if (text.empty() || *end != '\0') {
+        *error = "'" + text + "' is not a number";
+        return false;
+    }
+    return true;
+}
+
+bool CheckTime(const std::string &text, std::string *error) {
     long long v = 0;
-    switch (field.kind) {
-    case Kind::Text:
-        if (text.size() >= field.size) {
-            *error = "text too long for " + std::string(field.name) + " (at most " +
-                     std::to_string(field.size - 1) + " characters)";
-            return false;
-        }
-        return true;
-    case Kind::Float: {
-        char *end = nullptr;
-        std::strtof(text.c_str(), &end);
-        if (text.empty() || *end != '\0') {
-            *error = "'" + text + "' is not a number";
-            return false;
-        }
-        return true;
+    if (!ParseTimeValue(text, &v)) {
+        *error = "'" + text + "' is not a time (seconds, or HH:MM)";
+        return false;
     }
-    case Kind::Time:
-        if (!ParseTimeValue(text, &v)) {
-            *error = "'" + text + "' is not a time (seconds, or HH:MM)";
-            return false;
-        }
-        return true;
-    default:
-        break;
-    }
+    return true;
+}
+
+// An integer within its field's width (an unsigned one not negative).
+bool CheckInteger(const FieldDesc &field, const std::string &text, std::string *error) {
+    long long v = 0;
     long long lo = field.kind == Kind::UShort ? 0 : (field.kind == Kind::Byte ? -128 : -2147483648LL);
     long long hi = field.kind == Kind::UShort ? 0xFFFF : (field.kind == Kind::Byte ? 255 : 0xFFFFFFFFLL);
     if (!ParseInteger(text, &v) || v < lo || v > hi || (field.kind == Kind::UInt && v < 0)) {
@@ -317,6 +354,21 @@ bool CheckValue(const FieldDesc &field, const std::string &text, std::string *er
         return false;
     }
     return true;
+}
+
+} // namespace
+
+bool CheckValue(const FieldDesc &field, const std::string &text, std::string *error) {
+    switch (field.kind) {
+    case Kind::Text:
+        return CheckText(field, text, error);
+    case Kind::Float:
+        return CheckFloat(text, error);
+    case Kind::Time:
+        return CheckTime(text, error);
+    default:
+        return CheckInteger(field, text, error);
+    }
 }
 
 void WriteValue(const FieldRef &ref, void *record, const std::string &text) {
