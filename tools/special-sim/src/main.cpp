@@ -4,13 +4,13 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstring>
 #include <fstream>
 #include <sstream>
 #include <string>
 
 #include "expect.h"
 #include "names.h"
+#include "options.h"
 #include "qualify.h"
 #include "record.h"
 #include "report.h"
@@ -37,12 +37,7 @@ const char kUsage[] =
     "exit status: 0 done, 1 the module or application did not start, an expectation failed or an\n"
     "error-level finding was made, 2 bad usage or scenario\n";
 
-struct Args {
-    sim::RunOptions run;
-    bool json = false;
-    bool qualify = false;
-    std::string expect_file, scenario_file, record_file, junit_file, suite_dir;
-};
+using Args = sim::Options;
 
 bool ReadFile(const std::string &path, std::string *text) {
     std::ifstream in(path, std::ios::binary);
@@ -64,76 +59,6 @@ bool WriteFile(const std::string &path, const std::string &text) {
 int Usage(const std::string &problem) {
     std::fprintf(stderr, "special-sim: %s\n%s", problem.c_str(), kUsage);
     return 2;
-}
-
-// Options that take a text value: where each one goes.
-std::string *TextOption(Args &a, const std::string &arg) {
-    if (arg == "--expect") {
-        return &a.expect_file;
-    }
-    if (arg == "--app") {
-        return &a.run.app;
-    }
-    if (arg == "--record") {
-        return &a.record_file;
-    }
-    if (arg == "--junit") {
-        return &a.junit_file;
-    }
-    return arg == "--suite" ? &a.suite_dir : nullptr;
-}
-
-// Options that take a number.
-int *NumberOption(Args &a, const std::string &arg) {
-    if (arg == "--log-level") {
-        return &a.run.log_level;
-    }
-    return arg == "--slow-ms" ? &a.run.check.slow_ms : nullptr;
-}
-
-bool SetRuntime(Args &a, const std::string &what) {
-    if (what != "all" && what != "changes" && what != "none") {
-        return false;
-    }
-    a.run.runtime = what == "all" ? sim::RuntimeShow::All
-                                  : (what == "none" ? sim::RuntimeShow::None : sim::RuntimeShow::Changes);
-    return true;
-}
-
-// Options without a value.
-bool FlagOption(Args &a, const std::string &arg) {
-    if (arg == "--json" || arg == "--qualify") {
-        (arg == "--json" ? a.json : a.qualify) = true;
-        return true;
-    }
-    if (arg == "--no-check") {
-        a.run.check.check = false;
-        return true;
-    }
-    return false;
-}
-
-// One option, possibly with its value (i moves past it); "" or the problem.
-std::string ParseOption(Args &a, int argc, char **argv, int &i) {
-    std::string arg = argv[i];
-    bool has_value = i + 1 < argc;
-    long long number = 0;
-    if (FlagOption(a, arg)) {
-        return "";
-    }
-    if (TextOption(a, arg) != nullptr && has_value) {
-        *TextOption(a, arg) = argv[++i];
-    } else if (NumberOption(a, arg) != nullptr && has_value && sim::ParseInteger(argv[i + 1], &number)) {
-        *NumberOption(a, arg) = static_cast<int>(number);
-        i++;
-    } else if (arg == "--runtime" && has_value) {
-        return SetRuntime(a, argv[++i]) ? "" : "--runtime takes all, changes or none";
-    } else if (arg[0] != '-' && a.scenario_file.empty()) {
-        a.scenario_file = arg;
-    } else {
-        return "unexpected argument '" + arg + "'";
-    }
-    return "";
 }
 
 // The suite installed beside the simulator (bin/../share/special-sim/qualify), else the
@@ -247,15 +172,13 @@ int Play(const Args &a) {
 
 int main(int argc, char **argv) {
     Args args;
-    for (int i = 1; i < argc; i++) {
-        if (std::strcmp(argv[i], "-h") == 0 || std::strcmp(argv[i], "--help") == 0) {
-            std::fputs(kUsage, stdout);
-            return 0;
-        }
-        std::string problem = ParseOption(args, argc, argv, i);
-        if (!problem.empty()) {
-            return Usage(problem);
-        }
+    std::string problem = sim::ParseOptions(argc, argv, &args);
+    if (!problem.empty()) {
+        return Usage(problem);
+    }
+    if (args.help) {
+        std::fputs(kUsage, stdout);
+        return 0;
     }
     if (args.qualify) {
         return Qualify(args);

@@ -1,0 +1,21 @@
+// The simulator's command line: what each option sets, and the problem with a bad one.
+#pragma once
+
+#include <string>
+
+#include "runner.h"
+
+namespace sim {
+
+struct Options {
+    RunOptions run;
+    bool json = false;
+    bool qualify = false;
+    bool help = false; // -h or --help: print the usage, run nothing
+    std::string expect_file, scenario_file, record_file, junit_file, suite_dir;
+};
+
+// Parses argv[1..argc-1] into *out, stopping at -h/--help; "" or the problem (bad usage).
+std::string ParseOptions(int argc, char **argv, Options *out);
+
+} // namespace sim
