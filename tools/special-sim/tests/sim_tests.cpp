@@ -111,12 +111,118 @@ TEST(ScenarioParse, NamesTheLineOfEachMistake) {
         {"reset now", "t.scn:1: unexpected 'now' at the end of the line"},
         {"serial \"DS1", "t.scn:1: unterminated quote"},
         {"shadow write Trusteeship", "t.scn:1: expected 'shadow deliver KEY TYPE BODY'"},
+        {"shadow read", "t.scn:1: shadow read needs a key"},
+        {"shadow deliver K", "t.scn:1: missing shadow value type"},
+        {"shadow deliver K strange x", "t.scn:1: unknown shadow value type 'strange'"},
+        {"shadow read K 0", "t.scn:1: buffer size '0' is not a number from 1 to 1048576"},
+        {"send", "t.scn:1: missing command"},
+        {"send 18829 seq 4294967296",
+         "t.scn:1: sequence number '4294967296' is not a number from 0 to 4294967295"},
+        {"post 18829 seq", "t.scn:1: missing sequence number"},
+        {"call verification-code", "t.scn:1: verification-code needs its text"},
+        {"call mapped-port-query", "t.scn:1: mapped-port-query needs its text"},
+        {"call raw", "t.scn:1: missing command"},
+        {"call raw 20001 response 256 {}", "t.scn:1: response flag '256' is not a number from 0 to 255"},
+        {"call unbind now", "t.scn:1: unexpected 'now' at the end of the line"},
+        {"call", "t.scn:1: unknown operation '' (unbind, verification-code, mapped-port-query, 4g-flow, "
+                 "flow-count, raw, trusteeship-report)"},
+        {"answer sometimes", "t.scn:1: expected 'answer recv_msg|get_runtime_info TYPE CODE'"},
+        {"answer recv_msg", "t.scn:1: missing type"},
+        {"answer get_runtime_info SPECIAL_PLAN",
+         "t.scn:1: expected a result code (ok, a NOLTDEVSDK_SPECIAL_CODE_ "
+         "name or a number), got ''"},
+        {"show garage", "t.scn:1: unknown state group 'garage'"},
+        {"app", "t.scn:1: app needs a request"},
+        {"serial", "t.scn:1: serial needs a text"},
+        {"registered", "t.scn:1: expected on or off, got ''"},
+        {"wait 600001", "t.scn:1: milliseconds '600001' is not a number from 0 to 600000"},
+        {"force Nothing", "t.scn:1: unknown report id 'Nothing'"},
+        {"event", "t.scn:1: missing event"},
+        {"set", "t.scn:1: set needs a field path and a value"},
+        {"set children.subserial.8.subserial X", "t.scn:1: 'subserial' needs an index (0 to 7)"},
+        {"set children.num.1 2", "t.scn:1: 'num' is a single value, not a record"},
+        {"send 18829 \"open {}", "t.scn:1: unterminated quote"},
     };
     for (const Case &c : cases) {
         Scenario s = ParseScenario(c.text, "t.scn");
         ASSERT_EQ(s.errors.size(), 1u) << c.text;
         EXPECT_EQ(s.errors[0].find(c.error), 0u) << c.text << "\n  gave: " << s.errors[0];
+        EXPECT_TRUE(s.steps.empty()) << c.text;
     }
+}
+
+// What each form leaves in its step for the executor.
+TEST(ScenarioParse, EachStepKeepsWhatItsExecutorNeeds) {
+    struct Case {
+        const char *text;
+        const char *row;
+        long long number;
+        const char *arg;
+        bool flag;
+    } cases[] = {
+        {"shadow deliver Trusteeship array []", "shadow", 4, "Trusteeship", true},
+        {"shadow read Trusteeship", "shadow", 0, "Trusteeship", false},
+        {"show", "show", 0, "all", false},
+        {"show ring", "show", 0, "ring", false},
+        {"poll", "poll", 1, "", false},
+        {"wait", "wait", 0, "", false},
+        {"wait 250", "wait", 250, "", false},
+        {"answer get_runtime_info 13 ok", "answer", 13, "ok", false},
+        {"sleep off", "sleep", 0, "", false},
+        {"registered yes", "registered", 0, "", true},
+        {"serial \"DS 1\"", "serial", 0, "DS 1", false},
+        {"note  spaced   out  ", "note", 0, "spaced   out", false},
+        {"app answer recv_msg 17 -1", "app", 0, "answer recv_msg 17 -1", false},
+        {"call verification-code \"12 34\"", "call", 0, "12 34", false},
+        {"event 99", "event", 99, "", false},
+        {"force 124", "force", 124, "", false},
+    };
+    for (const Case &c : cases) {
+        Scenario s = ParseScenario(c.text, "t.scn");
+        ASSERT_TRUE(s.errors.empty()) << c.text << ": " << s.errors[0];
+        ASSERT_EQ(s.steps.size(), 1u) << c.text;
+        const Step &step = s.steps[0];
+        EXPECT_STREQ(step.row->name, c.row) << c.text;
+        EXPECT_EQ(step.number, c.number) << c.text;
+        EXPECT_EQ(step.arg, c.arg) << c.text;
+        EXPECT_EQ(step.flag, c.flag) << c.text;
+    }
+}
+
+TEST(ScenarioParse, BodiesSequenceNumbersAndLineNumbers) {
+    const char *text = "send 18829 <<END\r\n"
+                       "  <A>\r\n"
+                       "\n"
+                       "  </A>\r\n"
+                       "  END  \r\n"
+                       "send 18829 seq 50 x\n"
+                       "# send 18829 is a comment\n"
+                       "post 18829\n"
+                       "call raw 20001 <<EOF\n"
+                       "{}\n"
+                       "EOF\n"
+                       "call raw 20001 seq 7 y\n";
+    Scenario s = ParseScenario(text, "t.scn");
+    ASSERT_TRUE(s.errors.empty()) << s.errors[0];
+    ASSERT_EQ(s.steps.size(), 5u);
+    struct Want {
+        int line;
+        unsigned int seq;
+        const char *body;
+    } want[] = {{1, 1, "  <A>\n\n  </A>"}, {6, 50, "x"}, {8, 2, ""}, {9, 3, "{}"}, {12, 7, "y"}};
+    for (size_t i = 0; i < 5; i++) {
+        EXPECT_EQ(s.steps[i].line, want[i].line) << i;
+        EXPECT_EQ(s.steps[i].seq, want[i].seq) << i;
+        EXPECT_EQ(s.steps[i].body, want[i].body) << i;
+    }
+    EXPECT_EQ(s.steps[0].text, "send 18829 <<END"); // echoed as written, without the body
+}
+
+TEST(ScenarioParse, AnOpenBodyEndsTheFile) {
+    Scenario s = ParseScenario("poll\nsend 18829 <<END\nbogus\nreset\n", "t.scn");
+    ASSERT_EQ(s.errors.size(), 1u); // the lines after it are body, not commands
+    EXPECT_EQ(s.errors[0], "t.scn:2: body is not closed by a line 'END'");
+    EXPECT_EQ(s.steps.size(), 1u);
 }
 
 TEST(ScenarioParse, GoesOnAfterAMistakeToReportTheNext) {
@@ -230,6 +336,142 @@ TEST(RecordDecode, CountsAreBoundedByTheBufferAndTheCapacity) {
         cJSON *json = RecordToJson(kTrusteeshipConnectDesc, &list, c.len);
         EXPECT_EQ(cJSON_GetArraySize(cJSON_GetObjectItem(json, "subserial")), c.shown) << c.len;
         cJSON_Delete(json);
+    }
+}
+
+// Where a path lands: the leaf's offset, and the count it raises (if any).
+TEST(RecordPath, ResolvesToTheLeafAndItsCount) {
+    using Cl = DemoDevice::ChildList;
+    using Pl = noltDevSDK_special_plan;
+    struct Case {
+        const RecordDesc *desc;
+        const char *path;
+        size_t offset;
+        bool counted;
+        int index;
+    } cases[] = {
+        {&kTrusteeshipConnectDesc, "num", offsetof(Cl, num), false, 0},
+        {&kTrusteeshipConnectDesc, "subserial.2.connect_status", offsetof(Cl, subserial[2].connect_status),
+         true, 2},
+        {&kTrusteeshipConnectDesc, "subserial[7].iChannel", offsetof(Cl, subserial[7].iChannel), true, 7},
+        {&kTrusteeshipConnectDesc, "subserial[0][subserial]", offsetof(Cl, subserial[0].subserial), true, 0},
+        {&kPlanDesc, "time.6.4.end", offsetof(Pl, special_work_mode_plan.time[6][4].end), false, 0},
+        {&kPlanDesc, "time[1][0].begin", offsetof(Pl, special_work_mode_plan.time[1][0].begin), false, 0},
+    };
+    for (const Case &c : cases) {
+        FieldRef ref;
+        std::string error;
+        ASSERT_TRUE(ResolvePath(*c.desc, c.path, &ref, &error)) << c.path << ": " << error;
+        EXPECT_EQ(ref.offset, c.offset) << c.path;
+        EXPECT_EQ(ref.counter != nullptr, c.counted) << c.path;
+        if (c.counted) {
+            EXPECT_EQ(ref.counter_offset, offsetof(Cl, num)) << c.path;
+            EXPECT_EQ(ref.index, c.index) << c.path;
+        }
+    }
+}
+
+TEST(RecordPath, NamesWhatIsWrongWithAPath) {
+    struct Case {
+        const RecordDesc *desc;
+        const char *path;
+        const char *error;
+    } cases[] = {
+        {&kTrusteeshipConnectDesc, "", "empty field path"},
+        {&kTrusteeshipConnectDesc, "..", "empty field path"},
+        {&kTrusteeshipConnectDesc, "count",
+         "no field 'count' in Trusteeship_connect (fields: num, subserial)"},
+        {&kTrusteeshipConnectDesc, "subserial", "'subserial' needs an index (0 to 7)"},
+        {&kTrusteeshipConnectDesc, "subserial.-1.iChannel", "'subserial' needs an index (0 to 7)"},
+        {&kTrusteeshipConnectDesc, "subserial.x.iChannel", "'subserial' needs an index (0 to 7)"},
+        {&kTrusteeshipConnectDesc, "subserial.1", "'subserial' entries are records; name a field"},
+        {&kTrusteeshipConnectDesc, "subserial.1.nope", "no field 'nope' in"},
+        {&kTrusteeshipConnectDesc, "num.value", "'num' is a single value, not a record"},
+        {&kPlanDesc, "time.3", "'time' needs two indexes (0 to "},
+        {&kPlanDesc, "time.7.0.begin", "'time' needs two indexes (0 to 6)"},
+        {&kTransCmdDesc, "content", "'content' cannot be set"},
+    };
+    for (const Case &c : cases) {
+        FieldRef ref;
+        std::string error;
+        EXPECT_FALSE(ResolvePath(*c.desc, c.path, &ref, &error)) << c.path;
+        EXPECT_EQ(error.find(c.error), 0u) << c.path << "\n  gave: " << error;
+        EXPECT_EQ(ref.field, nullptr) << c.path; // untouched on failure
+    }
+}
+
+TEST(RecordPath, ChecksAValueAgainstItsField) {
+    struct Case {
+        const RecordDesc *desc;
+        const char *path;
+        const char *value;
+        bool ok;
+    } cases[] = {
+        {&kTrusteeshipConnectDesc, "num", "-2147483648", true},
+        {&kTrusteeshipConnectDesc, "num", "0xFFFFFFFF", true}, // what an int holds, as its bits
+        {&kTrusteeshipConnectDesc, "num", "0x100000000", false},
+        {&kTrusteeshipConnectDesc, "num", "", false},
+        {&kTrusteeshipConnectDesc, "subserial.0.subserial", "", true},
+        {&kFlowCountingCfgDesc, "cross_line_x1", "0.25", true},
+        {&kFlowCountingCfgDesc, "cross_line_x1", "1/4", false},
+        {&kFlowCountingCfgDesc, "cross_line_x1", "", false},
+        {&kPlanDesc, "time.0.0.begin", "23:59", true},
+        {&kPlanDesc, "time.0.0.begin", "24:00", false},
+        {&kPlanDesc, "time.0.0.begin", "86399", true},
+        {&kPlanDesc, "time.0.0.begin", "noon", false},
+    };
+    for (const Case &c : cases) {
+        FieldRef ref;
+        std::string error;
+        ASSERT_TRUE(ResolvePath(*c.desc, c.path, &ref, &error)) << c.path;
+        EXPECT_EQ(CheckValue(*ref.field, c.value, &error), c.ok) << c.path << " = '" << c.value << "'";
+    }
+}
+
+TEST(Expectations, EachConditionForm) {
+    const std::vector<std::string> lines = {
+        R"({"kind":"note","text":"two words here","line":2})",
+        R"({"kind":"recv_msg","type":3,"record":{"num":2,"voice_info":[{"name":"a"},{"name":"b"}],"f":0.5},"line":5})",
+    };
+    struct Case {
+        const char *expect;
+        bool holds;
+    } cases[] = {
+        {"note \"text=two words here\"", true},
+        {"note text~words", true},
+        {"note text=two", false}, // = is the whole text
+        {"note line=2", true},
+        {"note line=3", false},
+        {"recv_msg record.voice_info.1.name=b", true},
+        {"recv_msg record.voice_info.2.name=c", false}, // past the array
+        {"recv_msg record.f=0.5 type=3", true},
+        {"recv_msg record.num=2 record.missing=1", false},   // every condition on the same line
+        {"recv_msg record.voice_info~\"name\":\"a\"", true}, // a member that is an object, printed
+        {"get_runtime_info type=3", false},                  // the kind must match
+        {"note", true},
+        {"# only a comment", true},
+        {"", true},
+    };
+    for (const Case &c : cases) {
+        EXPECT_EQ(CheckExpectations(lines, c.expect, "e").empty(), c.holds) << c.expect;
+    }
+}
+
+TEST(Expectations, MalformedLinesAreProblemsWithTheirLine) {
+    struct Case {
+        const char *expect;
+        const char *problem;
+    } cases[] = {
+        {"note =x", "e:1: conditions are path=value or path~text"},
+        {"note text", "e:1: conditions are path=value or path~text"},
+        {"\nnote \"text=open", "e:2: unterminated quote"},
+        {"note\n\nnote text=none", "e:3: nothing matches: note text=none"},
+    };
+    for (const Case &c : cases) {
+        std::vector<std::string> problems =
+            CheckExpectations({R"({"kind":"note","text":"t","line":1})"}, c.expect, "e");
+        ASSERT_EQ(problems.size(), 1u) << c.expect;
+        EXPECT_EQ(problems[0], c.problem) << c.expect;
     }
 }
 
