@@ -46,6 +46,27 @@ TEST(Names, ResolveFullShortTailOrNumber) {
     }
 }
 
+TEST(ScenarioWords, QuotesEscapesAndBlanks) {
+    struct Case {
+        const char *line;
+        bool ok;
+        std::vector<std::string> words;
+    } cases[] = {
+        {"", true, {}},
+        {"  a\tb  c ", true, {"a", "b", "c"}},
+        {"set \"a b\" c", true, {"set", "a b", "c"}},
+        {"\"say \\\"hi\\\"\" \"back\\\\slash\"", true, {"say \"hi\"", "back\\slash"}},
+        {"\"\"", true, {""}},
+        {"x=\"y\"", true, {"x=\"y\""}}, // a quote inside a word is text
+        {"a \"open", false, {"a"}},
+    };
+    for (const Case &c : cases) {
+        std::vector<std::string> words;
+        EXPECT_EQ(SplitWords(c.line, &words), c.ok) << c.line;
+        EXPECT_EQ(words, c.words) << c.line;
+    }
+}
+
 TEST(ScenarioParse, AcceptsEveryForm) {
     const char *text = "# comment\n"
                        "send kCenPlt2PuSetKeyValueReq seq 7 <<END\n"

@@ -14,14 +14,13 @@ namespace sim {
 namespace {
 
 // Plays a scenario with the demo device; the JSON Lines it wrote.
-std::vector<std::string> Play(const std::string &text) {
+std::vector<std::string> Play(const std::string &text, RunOptions options = RunOptions()) {
     Scenario scenario = ParseScenario(text, "t.scn");
     EXPECT_TRUE(scenario.errors.empty()) << scenario.errors[0];
     FILE *sink = std::fopen("/dev/null", "w");
     std::vector<std::string> lines;
     {
         Transcript out(sink, true, true);
-        RunOptions options;
         options.answer_timeout_ms = 1000;
         EXPECT_EQ(RunScenario(scenario, "t.scn", out, options), 0);
         lines = out.Lines();
@@ -127,6 +126,56 @@ TEST(StepEffect, EachStepDoesWhatItSays) {
         }
         EXPECT_EQ(CheckExpectations(lines, "init result=0 line=0\nfini result=0", "ends").size(), 0u)
             << c.name;
+    }
+}
+
+// How many lines of a kind (and, when given, with a member containing `text`).
+size_t Count(const std::vector<std::string> &lines, const std::string &kind, const std::string &text = "") {
+    size_t n = 0;
+    for (const std::string &line : lines) {
+        bool has_kind = line.find("\"kind\":\"" + kind + "\"") != std::string::npos;
+        n += has_kind && line.find(text) != std::string::npos ? 1 : 0;
+    }
+    return n;
+}
+
+// --runtime: every answer, only changed ones, or none (then counted in the poll line).
+TEST(RunOptions, RuntimeAnswersShown) {
+    struct Case {
+        RuntimeShow show;
+        size_t answers; // over two polls of 21 questions each
+        const char *second_poll;
+    } cases[] = {
+        {RuntimeShow::All, 42, "poll reports=0 hidden_runtime_answers=0 line=2"},
+        {RuntimeShow::Changes, 21, "poll reports=0 hidden_runtime_answers=21 line=2"},
+        {RuntimeShow::None, 0, "poll reports=0 hidden_runtime_answers=21 line=2"},
+    };
+    for (const Case &c : cases) {
+        RunOptions options;
+        options.runtime = c.show;
+        std::vector<std::string> lines = Play("reset\npoll 2", options);
+        EXPECT_EQ(Count(lines, "get_runtime_info"), c.answers) << static_cast<int>(c.show);
+        EXPECT_TRUE(CheckExpectations(lines, c.second_poll, "e").empty()) << static_cast<int>(c.show);
+    }
+}
+
+// --log-level: the module's lines up to that level, in order with the traffic.
+TEST(RunOptions, LogLinesUpToTheLevel) {
+    const std::string scenario = std::string("send ") + kWorkMode2;
+    std::vector<size_t> counts;
+    for (int level = 0; level <= 4; level++) {
+        RunOptions options;
+        options.log_level = level;
+        std::vector<std::string> lines = Play(scenario, options);
+        counts.push_back(Count(lines, "log"));
+        for (int above = level + 1; above <= 4; above++) {
+            EXPECT_EQ(Count(lines, "log", "\"level\":" + std::to_string(above)), 0u) << level;
+        }
+    }
+    EXPECT_EQ(counts[0], 0u);
+    EXPECT_GT(counts[4], counts[0]);
+    for (size_t i = 1; i < counts.size(); i++) {
+        EXPECT_GE(counts[i], counts[i - 1]) << i;
     }
 }
 
