@@ -1,6 +1,7 @@
 // The expectation checker behind --expect.
 #include "expect.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 #include <cjson/cJSON.h>
@@ -95,12 +96,9 @@ std::string CheckLine(const std::string &line, const std::vector<cJSON *> &parse
     if (!WellFormed(conds)) {
         return "conditions are path=value or path~text";
     }
-    for (const cJSON *o : parsed) {
-        if (Matches(o, words[0], conds)) {
-            return "";
-        }
-    }
-    return "nothing matches: " + line;
+    bool found = std::any_of(parsed.begin(), parsed.end(),
+                             [&](const cJSON *o) { return Matches(o, words[0], conds); });
+    return found ? "" : "nothing matches: " + line;
 }
 
 } // namespace

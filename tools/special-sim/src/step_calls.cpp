@@ -1,4 +1,5 @@
 // The application operations of the "call" step, each one's parser beside its call.
+#include <algorithm>
 #include <cstring>
 
 #include "noltDevSDK_special_protocol.h"
@@ -126,13 +127,13 @@ std::string CallNames() {
 std::string ParseCall(Cursor &c, Step &s, ParseContext &ctx) {
     std::string name;
     c.Word(&name);
-    for (const CallRow &row : kCalls) {
-        if (name == row.name) {
-            s.call = &row;
-            return row.parse(c, s, ctx);
-        }
+    const CallRow *end = kCalls + sizeof kCalls / sizeof kCalls[0];
+    s.call = std::find_if(kCalls, end, [&](const CallRow &row) { return name == row.name; });
+    if (s.call == end) {
+        s.call = nullptr;
+        return "unknown operation '" + name + "' (" + CallNames() + ")";
     }
-    return "unknown operation '" + name + "' (" + CallNames() + ")";
+    return s.call->parse(c, s, ctx);
 }
 
 } // namespace sim

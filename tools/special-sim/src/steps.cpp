@@ -264,12 +264,9 @@ const StepRow kSteps[] = {
 } // namespace
 
 const StepRow *FindStep(const std::string &name) {
-    for (const StepRow &row : kSteps) {
-        if (name == row.name) {
-            return &row;
-        }
-    }
-    return nullptr;
+    const StepRow *end = kSteps + sizeof kSteps / sizeof kSteps[0];
+    const StepRow *row = std::find_if(kSteps, end, [&](const StepRow &r) { return name == r.name; });
+    return row != end ? row : nullptr;
 }
 
 } // namespace sim
