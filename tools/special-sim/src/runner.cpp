@@ -19,8 +19,6 @@ namespace sim {
 
 namespace {
 
-constexpr int kDomain = NOLTDEVSDK_SPECIAL_DOMAIN_ID;
-
 Runner *g_runner = nullptr; // the module's callbacks carry no user pointer
 
 // The entry point a user's application library must export.

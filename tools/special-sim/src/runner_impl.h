@@ -12,10 +12,14 @@
 
 #include "app_check.h"
 #include "device_state.h"
+#include "noltDevSDK_special_protocol.h"
 #include "noltdev_host.h"
 #include "runner.h"
 
 namespace sim {
+
+// The module's domain, as the host SDK addresses its messages, events and shadow keys.
+constexpr int kDomain = NOLTDEVSDK_SPECIAL_DOMAIN_ID;
 
 class Runner : public CallbackObserver {
   public:

@@ -19,8 +19,6 @@ namespace sim {
 
 namespace {
 
-constexpr int kDomain = NOLTDEVSDK_SPECIAL_DOMAIN_ID;
-
 std::string NoWords(Cursor &, Step &, ParseContext &) {
     return "";
 }
