@@ -13,6 +13,10 @@
 
 namespace sim {
 
+const char kRoleApplication[] = "application thread";
+const char kRolePoller[] = "report-status poller";
+const char kRoleShadow[] = "shadow service";
+
 namespace {
 
 AppChecker *g_checker = nullptr; // the module's callbacks carry no user pointer

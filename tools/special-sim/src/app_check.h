@@ -48,6 +48,12 @@ struct CheckOptions {
 // The shims' state; a fault found again in the same field of the same callback and
 // type counts as a repeat of its first finding. one per run, installed with Install() before the application
 // starts.
+
+// The roles of the scenario's own thread, as findings name it.
+extern const char kRoleApplication[]; // "application thread": steps, start and stop
+extern const char kRolePoller[];      // "report-status poller": poll, force, reset
+extern const char kRoleShadow[];      // "shadow service": shadow steps
+
 class AppChecker {
   public:
     AppChecker(CallbackObserver &observer, const CheckOptions &options);
@@ -58,8 +64,8 @@ class AppChecker {
 
     // The scenario step now running, for findings made while it runs.
     void SetWhere(const std::string &where);
-    // What the scenario's own thread does now ("report-status poller", "shadow service",
-    // "application thread"); callbacks on other threads are named by what they carry.
+    // What the scenario's own thread does now (one of the roles above); callbacks on
+    // other threads are named by what they carry.
     static void SetThreadRole(const char *role);
 
     // Whether the application's callbacks went through Wrap().

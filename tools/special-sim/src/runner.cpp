@@ -155,7 +155,7 @@ int Runner::StartApp() {
     }
     app_stop_ = reinterpret_cast<AppStopFn>(dlsym(lib, "noltdev_app_stop"));
     app_control_ = reinterpret_cast<AppControlFn>(dlsym(lib, "noltdev_app_control"));
-    AppChecker::SetThreadRole("application thread");
+    AppChecker::SetThreadRole(kRoleApplication);
     int rc = start();
     Result("init", "noltdev_app_start", rc);
     if (rc == 0 && !checker_->Wrapped()) {
@@ -221,7 +221,7 @@ void Runner::AppRequest(const std::string &request) {
 
 void Runner::Finish() {
     WaitAnswers();
-    AppChecker::SetThreadRole("application thread");
+    AppChecker::SetThreadRole(kRoleApplication);
     if (checker_) {
         StopApp();
     } else {

@@ -234,29 +234,25 @@ void RunCall(Runner &run, const Step &s) {
     run.Result("call", what, rc);
 }
 
-const char kApp[] = "application thread";
-const char kPoller[] = "report-status poller";
-const char kShadow[] = "shadow service";
-
 const StepRow kSteps[] = {
     // name, parser, executor, thread role, needs the demo device, echoed
-    {"send", ParseSend, RunSend, kApp, false, true},
-    {"post", ParseSend, RunPost, kApp, false, true},
-    {"event", ParseEvent, RunEvent, kApp, false, true},
-    {"sleep", ParseOnOff, RunSleep, kApp, false, true},
-    {"registered", ParseOnOff, RunRegistered, kApp, false, true},
-    {"serial", ParseSerial, RunSerial, kApp, false, true},
-    {"shadow", ParseShadow, RunShadow, kShadow, false, true},
-    {"set", ParseSet, RunSet, kApp, true, true},
-    {"show", ParseShow, RunShow, kApp, true, true},
-    {"answer", ParseAnswer, RunAnswer, kApp, true, true},
-    {"call", ParseCall, RunCall, kApp, false, true},
-    {"poll", ParsePoll, RunPoll, kPoller, false, true},
-    {"force", ParseForce, RunForce, kPoller, false, true},
-    {"reset", NoWords, RunReset, kPoller, false, true},
-    {"wait", ParseWait, RunWait, kApp, false, true},
-    {"app", ParseApp, RunApp, kApp, false, true},
-    {"note", ParseNote, RunNote, kApp, false, false},
+    {"send", ParseSend, RunSend, kRoleApplication, false, true},
+    {"post", ParseSend, RunPost, kRoleApplication, false, true},
+    {"event", ParseEvent, RunEvent, kRoleApplication, false, true},
+    {"sleep", ParseOnOff, RunSleep, kRoleApplication, false, true},
+    {"registered", ParseOnOff, RunRegistered, kRoleApplication, false, true},
+    {"serial", ParseSerial, RunSerial, kRoleApplication, false, true},
+    {"shadow", ParseShadow, RunShadow, kRoleShadow, false, true},
+    {"set", ParseSet, RunSet, kRoleApplication, true, true},
+    {"show", ParseShow, RunShow, kRoleApplication, true, true},
+    {"answer", ParseAnswer, RunAnswer, kRoleApplication, true, true},
+    {"call", ParseCall, RunCall, kRoleApplication, false, true},
+    {"poll", ParsePoll, RunPoll, kRolePoller, false, true},
+    {"force", ParseForce, RunForce, kRolePoller, false, true},
+    {"reset", NoWords, RunReset, kRolePoller, false, true},
+    {"wait", ParseWait, RunWait, kRoleApplication, false, true},
+    {"app", ParseApp, RunApp, kRoleApplication, false, true},
+    {"note", ParseNote, RunNote, kRoleApplication, false, false},
 };
 
 } // namespace
