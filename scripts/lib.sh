@@ -42,6 +42,18 @@ apt_install_missing() {
     "${apt[@]}" install --no-install-recommends $missing
 }
 
+# Prints the GNU triplet of Debian architecture "$1" among the cross targets the project
+# builds for (cmake/toolchains/<arch>.cmake); fails for any other name.
+cross_triplet() {
+    case "${1:-}" in
+    armhf) echo arm-linux-gnueabihf ;;
+    armel) echo arm-linux-gnueabi ;;
+    mipsel) echo mipsel-linux-gnu ;;
+    s390x) echo s390x-linux-gnu ;;
+    *) return 1 ;;
+    esac
+}
+
 # Prints the elapsed seconds since "$1" (a value of $SECONDS).
 elapsed_since() {
     echo $((SECONDS - $1))

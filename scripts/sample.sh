@@ -20,7 +20,7 @@ host)
     pc_libdir=
     ;;
 armhf)
-    bash scripts/install-armhf.sh
+    bash scripts/install-cross.sh armhf
     build=$root/build-armhf
     cc=(arm-linux-gnueabihf-gcc)
     cmake_args=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchains/armhf.cmake")
