@@ -1,8 +1,13 @@
 #!/usr/bin/env bash
 # Installs what is missing, builds and runs the whole test suite for one preset:
-#   scripts/test.sh            the PC build with gcc (preset "host", build dir build/)
-#   scripts/test.sh asan       clang with AddressSanitizer and UndefinedBehaviorSanitizer
-#   scripts/test.sh armhf      the 32-bit ARM cross build, the suite under qemu-arm
+#   scripts/test.sh                the PC build with gcc (preset "host", build dir build/)
+#   scripts/test.sh asan           clang with AddressSanitizer and UndefinedBehaviorSanitizer
+#   scripts/test.sh armhf          32-bit ARM hard float, the suite under qemu-arm
+#   scripts/test.sh armhf-time64   the same with a 64-bit time_t and file offsets
+#   scripts/test.sh armel          32-bit ARM soft float (armv5te), under qemu-arm
+#   scripts/test.sh mipsel         32-bit little-endian MIPS, under qemu-mipsel
+#   scripts/test.sh s390x          big-endian s390x (64-bit), under qemu-s390x
+# The device builds (presets <target>-release) are scripts/footprint.sh's.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 cd "$here/.."
@@ -10,9 +15,10 @@ cd "$here/.."
 preset=${1:-host}
 case "$preset" in
 host | asan) bash scripts/install-deps.sh ;;
-armhf) bash scripts/install-armhf.sh ;;
+armhf | armhf-time64) bash scripts/install-cross.sh armhf ;;
+armel | mipsel | s390x) bash scripts/install-cross.sh "$preset" ;;
 *)
-    echo "usage: $0 [host|asan|armhf]" >&2
+    echo "usage: $0 [host|asan|armhf|armhf-time64|armel|mipsel|s390x]" >&2
     exit 2
     ;;
 esac
