@@ -1,41 +1,53 @@
 #!/usr/bin/env bash
-# Footprint of the module on the device: the armhf release build (-Os, preset
-# "armhf-release", the module alone, no host SDK). Prints text, data and bss of
-# libnoltDevSDK_special.so, its largest sections and the largest stack frames from the
-# compiler's -fstack-usage files.
+# Footprint of the module on the device: the release build of every cross target (-Os,
+# presets "<target>-release", the module alone, no host SDK). Prints text, data and bss of
+# libnoltDevSDK_special.so per target, then for armhf its largest sections and the largest
+# stack frames from the compiler's -fstack-usage files.
 #   scripts/footprint.sh            print the report
 #   scripts/footprint.sh --doc      also rewrite docs/footprint.md with it (its History kept)
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 root=$(cd "$here/.." && pwd)
 cd "$root"
+# shellcheck source=scripts/lib.sh
+. "$here/lib.sh"
 
-bash scripts/install-armhf.sh >/dev/null
+# preset, Debian architecture whose toolchain builds it
+targets=("armhf armhf" "armhf-time64 armhf" "armel armel" "mipsel mipsel" "s390x s390x")
+for entry in "${targets[@]}"; do
+    read -r target arch <<<"$entry"
+    bash scripts/install-cross.sh "$arch" >/dev/null
+    cmake --preset "$target-release" >/dev/null
+    cmake --build --preset "$target-release" >/dev/null
+done
+
+# the detailed report (sections, stack frames) is armhf's
 build="build-armhf-release"
-cmake --preset armhf-release >/dev/null
-cmake --build --preset armhf-release >/dev/null
-
 lib=$(readlink -f "$build/libnoltDevSDK_special.so")
 size_tool=arm-linux-gnueabihf-size
 frames=15
 
 report() {
-    local text data bss
-    read -r text data bss _ < <("$size_tool" -B "$lib" | tail -1)
-    echo "## libnoltDevSDK_special.so (armhf, -Os)"
+    local entry target arch triplet text data bss
+    echo "## libnoltDevSDK_special.so (-Os)"
     echo
-    echo "| text | data | bss | total |"
-    echo "|---:|---:|---:|---:|"
-    echo "| $text | $data | $bss | $((text + data + bss)) |"
+    echo "| target | text | data | bss | total |"
+    echo "|---|---:|---:|---:|---:|"
+    for entry in "${targets[@]}"; do
+        read -r target arch <<<"$entry"
+        triplet=$(cross_triplet "$arch")
+        read -r text data bss _ < <("$triplet-size" -B "$(readlink -f "build-$target-release/libnoltDevSDK_special.so")" | tail -1)
+        echo "| $target | $text | $data | $bss | $((text + data + bss)) |"
+    done
     echo
-    echo "Sections (size -A), largest first:"
+    echo "armhf sections (size -A), largest first:"
     echo
     echo '```'
     "$size_tool" -A "$lib" | awk 'NR > 2 && $2 > 0 && $1 != "Total" && $1 !~ /^\.(debug|comment|ARM\.attributes)/' |
         sort -k2,2nr | awk '{ printf "%-20s %8d\n", $1, $2 }'
     echo '```'
     echo
-    echo "## Largest stack frames (-fstack-usage), top $frames"
+    echo "## Largest stack frames on armhf (-fstack-usage), top $frames"
     echo
     echo "| bytes | kind | function |"
     echo "|---:|---|---|"
@@ -55,13 +67,16 @@ if [ "${1:-}" = "--doc" ]; then
 # Footprint on the device
 
 The module alone (`libnoltDevSDK_special.so`, without cJSON, pugixml or any SDK library),
-built for 32-bit ARM hard-float Linux with Debian's cross compiler (gcc 12, `-Os`, the
-`armhf-release` preset). `text` includes the read-only data and the dynamic symbol tables;
-`data` and `bss` are what the module adds to the process's writable memory. Stack frames
-are per function, as gcc reports them; "static" frames are exact, "dynamic" ones grow at
-run time (and "bounded" have a known ceiling).
+built for each cross target with Debian's cross compiler (gcc 12, `-Os`, the
+`<target>-release` presets): 32-bit ARM hard float (`armhf`, and `armhf-time64` with a
+64-bit `time_t`), 32-bit ARM soft float (`armel`), 32-bit little-endian MIPS (`mipsel`) and
+the big-endian `s390x` (64-bit). `text` includes the read-only data and the dynamic symbol
+tables; `data` and `bss` are what the module adds to the process's writable memory. The
+sections and stack frames are armhf's. Stack frames are per function, as gcc reports
+them; "static" frames are exact, "dynamic" ones grow at run time (and "bounded" have a
+known ceiling).
 
-Reproduce (as root on Debian 12; installs the cross toolchain when missing):
+Reproduce (as root on Debian 12; installs the cross toolchains when missing):
 
 ```
 scripts/footprint.sh          # prints the report; --doc rewrites this page with it
