@@ -11,7 +11,7 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 root=$(cd "$here/.." && pwd)
 cd "$root"
 
-bash scripts/install-armhf.sh >/dev/null
+bash scripts/install-cross.sh armhf >/dev/null
 build=build-armhf-release
 cmake --preset armhf-release >/dev/null
 cmake --build --preset armhf-release --target noltDevSDK_special >/dev/null
