@@ -20,7 +20,7 @@ host)
     run=()
     ;;
 armhf)
-    bash scripts/install-armhf.sh
+    bash scripts/install-cross.sh armhf
     build=$root/build-armhf
     cmake_args=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchains/armhf.cmake")
     run=(qemu-arm -L /usr/arm-linux-gnueabihf -E LD_LIBRARY_PATH=/usr/arm-linux-gnueabihf/lib)
