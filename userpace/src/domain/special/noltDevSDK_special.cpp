@@ -85,10 +85,10 @@ int noltDevSDK_special_send_msg(noltDevSDK_special_msg *msg) {
         ret = SpecialUnbindUserReq();
         break;
     case NOLTDEVSDK_SPECIAL_SEND_VERIFICATION_CODE:
-        ret = SpecialSendVerificationCodeReq((char *)msg->msg_struct_ptr);
+        ret = SpecialSendVerificationCodeReq(static_cast<char *>(msg->msg_struct_ptr));
         break;
     case NOLTDEVSDK_SPECIAL_QUERY_VODDNS_MAPPED_PORT:
-        ret = SpecialQueryVoddnsMappedPortReq((char *)msg->msg_struct_ptr);
+        ret = SpecialQueryVoddnsMappedPortReq(static_cast<char *>(msg->msg_struct_ptr));
         break;
     case NOLTDEVSDK_SPECIAL_TRANS_4G_FLOW_INFO:
         ret = Special4GFlowReportReq(msg->msg_struct_ptr);
@@ -114,7 +114,7 @@ int noltDevSDK_special_send_msg_to_platform(noltDevSDK_special_trans_cmd_msg *ms
     pub.msg_response = msg->msg_type;
     pub.msg_qos = QOS_T0;
     pub.msg_seq = msg->msg_seq;
-    pub.msg_body = (unsigned char *)msg->content;
+    pub.msg_body = reinterpret_cast<unsigned char *>(msg->content);
     pub.msg_body_len = (NOLTDEV_SDK_UINT32)msg->content_len;
     pub.msg_domain_id = SPECIAL_DOMAIN_ID;
     pub.msg_command_id = msg->cmd_id;

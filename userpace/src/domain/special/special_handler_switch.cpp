@@ -61,8 +61,8 @@ int SetFlowCountInfoReq(CMarkupSTL *req, CMarkupSTL *rsp) {
         special_set_result(rsp, SPECIAL_RESULT_APP_FAIL);
         return NOLTDEVSDK_SPECIAL_CODE_NOT_INITED;
     }
-    noltDevSDK_special_flow_counting_cfg record;
-    memset(&record, 0, sizeof record);
+    /* value-initialised: every field, the float line ends included, starts at zero */
+    noltDevSDK_special_flow_counting_cfg record = noltDevSDK_special_flow_counting_cfg();
 
     SpecialFindInt(req, "Position", true, &record.angle_vectical);
     ReadLine(req, "Line", &record.cross_line_x1, &record.cross_line_y1, &record.cross_line_x2,

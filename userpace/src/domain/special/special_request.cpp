@@ -70,7 +70,8 @@ int SpecialQueryVoddnsMappedPortReq(char *domain) {
 }
 
 int Special4GFlowReportReq(void *page) {
-    const noltDevSDK_special_4G_flow_info_page *flow = (const noltDevSDK_special_4G_flow_info_page *)page;
+    const noltDevSDK_special_4G_flow_info_page *flow =
+        static_cast<const noltDevSDK_special_4G_flow_info_page *>(page);
     if (flow == NULL) {
         return NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM;
     }

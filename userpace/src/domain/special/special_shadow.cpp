@@ -93,7 +93,7 @@ static int SpecialDeliverDeletion(const bscJSON *root, noltDevSDK_special_callba
         return -1;
     }
     size_t size = sizeof(SpecialDelBlock) + (size_t)num * sizeof(SpecialDelUnit);
-    SpecialDelBlock *block = (SpecialDelBlock *)calloc(1, size);
+    SpecialDelBlock *block = static_cast<SpecialDelBlock *>(calloc(1, size));
     if (block == NULL) {
         noltdev_debug(LOG_ERROR, "Failed to calloc memory.\n");
         return -1;
@@ -119,6 +119,7 @@ static int SpecialDeliverDeletion(const bscJSON *root, noltDevSDK_special_callba
 }
 
 int ParseSync_DelTrusteeship(const noltDevSDK_Shadow_value_t *pValue,
+                             // cppcheck-suppress constParameter ; the shadow service's callback type fixes it
                              noltDevSDK_Shadow_ParseSync_Param_S *pstParam) {
     if (pValue == NULL || pValue->value == NULL || pstParam == NULL) {
         noltdev_debug(LOG_ERROR, "NULL input param.\n");
@@ -129,7 +130,7 @@ int ParseSync_DelTrusteeship(const noltDevSDK_Shadow_value_t *pValue,
         noltdev_debug(LOG_ERROR, " pValue type err.\n");
         return -1;
     }
-    const char *text = (const char *)pValue->value;
+    const char *text = static_cast<const char *>(pValue->value);
     noltdev_debug(LOG_ERROR, "pcValueStr = %s\n", text);
     noltDevSDK_special_callback *cb = GetSpecialCallback();
     if (cb->recv_msg == NULL) {
@@ -199,7 +200,7 @@ int GenJson_Trusteeship_Proc(noltDevSDK_Shadow_value_t *pValue,
     info.len = 0;
     int ret = cb->get_runtime_info(&info);
     /* the application allocated the block; from here every path frees it */
-    SpecialDelBlock *block = (SpecialDelBlock *)info.data;
+    SpecialDelBlock *block = static_cast<SpecialDelBlock *>(info.data);
     if (ret != 0) {
         noltdev_debug(LOG_ERROR, "Failed to GenJson_Trusteeship_Proc, get_runtime_info type:%d\n",
                       NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP);
