@@ -38,17 +38,24 @@ struct CMarkupSTL::Impl {
 
 namespace noltdev_xml {
 
-// True for a usable element or attribute name: a letter, '_' or ':' (or any byte of a
-// multi-byte UTF-8 sequence) first, then also digits, '-' and '.'.
+// True for a byte that may start a name: a letter, '_' or ':' (or any byte of a
+// multi-byte UTF-8 sequence).
+inline bool IsXmlNameStart(unsigned char c) {
+    return c >= 0x80 || c == '_' || c == ':' || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+}
+
+// True for a byte that may follow the first: a start byte, a digit, '-' or '.'.
+inline bool IsXmlNameChar(unsigned char c) {
+    return IsXmlNameStart(c) || (c >= '0' && c <= '9') || c == '-' || c == '.';
+}
+
+// True for a usable element or attribute name.
 inline bool IsXmlName(const char *name) {
-    if (name == nullptr || *name == '\0') {
+    if (name == nullptr || !IsXmlNameStart(static_cast<unsigned char>(*name))) {
         return false;
     }
-    for (const char *p = name; *p != '\0'; ++p) {
-        unsigned char c = static_cast<unsigned char>(*p);
-        bool start = c >= 0x80 || c == '_' || c == ':' || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-        bool inner = (c >= '0' && c <= '9') || c == '-' || c == '.';
-        if (!start && !(inner && p != name)) {
+    for (const char *p = name + 1; *p != '\0'; ++p) {
+        if (!IsXmlNameChar(static_cast<unsigned char>(*p))) {
             return false;
         }
     }
