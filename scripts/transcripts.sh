@@ -20,7 +20,8 @@ if [ -z "${SIM:-}" ]; then
 fi
 
 mkdir -p "$out"
-for scn in examples/*.scn; do
+scenarios=(examples/*.scn)
+for scn in "${scenarios[@]}"; do
     name=$(basename "$scn")
     rc=0
     "$sim" --log-level 4 "$scn" >"$out/$name.txt" 2>&1 || rc=$?
@@ -29,4 +30,4 @@ for scn in examples/*.scn; do
     "$sim" --json --log-level 4 "$scn" >"$out/$name.json" 2>&1 || rc=$?
     echo "exit $rc" >>"$out/$name.json"
 done
-echo "transcripts of $(ls examples/*.scn | wc -l) scenarios in $out"
+echo "transcripts of ${#scenarios[@]} scenarios in $out"

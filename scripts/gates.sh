@@ -1,0 +1,87 @@
+#!/usr/bin/env bash
+# Static gates, each failing the run: every C/C++ source formatted by clang-format-14;
+# cppcheck clean on the module; cyclomatic complexity and function length within limits
+# on the module, the host SDK and the simulator (scripts/complexity-allowed.txt names the
+# functions temporarily exempt). Prints each area's size and complexity.
+#   scripts/gates.sh
+set -euo pipefail
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+cd "$here/.."
+# shellcheck source=scripts/lib.sh
+source scripts/lib.sh
+
+max_complexity=12
+max_lines=60
+module=userpace
+areas=("$module" hostsdk tools/special-sim/src)
+allowed=scripts/complexity-allowed.txt
+
+apt_install_missing clang-format-14 cppcheck pmccabe
+failed=0
+
+# C/C++ sources of the repository, build directories left out.
+sources() {
+    find . \( -name '.git' -o -name 'build' -o -name 'build-*' \) -prune -o -type f \
+        \( -name '*.c' -o -name '*.cc' -o -name '*.cpp' -o -name '*.h' -o -name '*.hpp' -o -name '*.inc' \) \
+        -print | sort
+}
+
+echo "== format (clang-format-14)"
+if sources | xargs clang-format-14 --dry-run --Werror; then
+    echo "formatted: $(sources | wc -l) files"
+else
+    echo "FAILED: run clang-format-14 -i on the files above"
+    failed=1
+fi
+
+echo "== cppcheck (module)"
+if cppcheck --enable=warning,style,performance,portability --std=c++11 --language=c++ -q \
+    --inline-suppr --suppressions-list=scripts/cppcheck.supp --error-exitcode=1 \
+    --template='{file}:{line}: {severity}: {message} [{id}]' \
+    -I userpace/inc -I userpace/src/include -I userpace/src/domain/special \
+    -I microkernel/inc -I subcore -I subcore/shadow userpace/src/domain/special; then
+    echo "cppcheck: no findings"
+else
+    echo "FAILED: cppcheck findings above"
+    failed=1
+fi
+
+echo "== complexity (pmccabe: complexity <= $max_complexity, lines <= $max_lines)"
+# pmccabe's columns: modified and traditional complexity, statements, first line, lines,
+# "file(line): function". The traditional complexity counts each && and ||.
+measure() {
+    find "$1" -type f \( -name '*.c' -o -name '*.cc' -o -name '*.cpp' -o -name '*.h' -o -name '*.hpp' \) |
+        sort | xargs pmccabe 2>/dev/null
+}
+allowed_list=$(grep -v '^#' "$allowed" | sed '/^$/d')
+for area in "${areas[@]}"; do
+    lines=$(find "$area" -type f \( -name '*.c' -o -name '*.cc' -o -name '*.cpp' -o -name '*.h' -o -name '*.hpp' \) |
+        sort | xargs cat | wc -l)
+    measure "$area" | awk -v area="$area" -v total="$lines" \
+        '{ n++; sum += $5; if ($2 > max) max = $2; if ($5 > maxl) maxl = $5 }
+         END { printf "%s: %d lines, %d functions, %.1f lines on average, longest %d, max complexity %d\n",
+               area, total, n, n ? sum / n : 0, maxl, max }'
+    while IFS=$'\t' read -r _ complexity _ _ length where; do
+        key="${where%%(*}: ${where#*: }"
+        if grep -qxF "$key" <<<"$allowed_list"; then
+            echo "  allowed for now: $key (complexity $complexity, $length lines)"
+        else
+            echo "  FAILED: $key: complexity $complexity, $length lines"
+            failed=1
+        fi
+    done < <(measure "$area" | awk -v c="$max_complexity" -v l="$max_lines" '$2 > c || $5 > l')
+done
+# an allowed function that is now within the limits (or gone) should leave the list
+while read -r key; do
+    file=${key%%: *}
+    if ! measure "$(dirname "$file")" | awk -v c="$max_complexity" -v l="$max_lines" '$2 > c || $5 > l' |
+        sed 's/^.*\t\([^(]*\)([0-9]*): /\1: /' | grep -qxF "$key"; then
+        echo "  note: $key is within the limits now; remove it from $allowed"
+    fi
+done <<<"$allowed_list"
+
+if [ "$failed" -ne 0 ]; then
+    echo "gates: FAILED"
+    exit 1
+fi
+echo "gates: passed"
