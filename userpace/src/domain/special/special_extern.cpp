@@ -11,6 +11,7 @@
 #include "special_bus.h"
 #include "special_enum.h"
 #include "special_extern.h"
+#include "special_platform_keys.h"
 #include "special_routes.h"
 
 /* Generic platform commands whose body carries one of these type keys come to us. */
@@ -19,18 +20,18 @@ static const struct {
     const char *type;
     const char *fail_log;
 } kSpecialRedirects[] = {
-    {kCenPlt2PuSetSwitchEnableReq, "15", "special register switch type error\n"},
-    {kCenPlt2PuSetSwitchEnableReq, "611", "special register 611 switch type error\n"},
-    {kCenPlt2PuSetSwitchEnableReq, "613", "special register 613 switch type error\n"},
-    {kCenPlt2PuSetSwitchEnableReq, "614", "special register 614 switch type error\n"},
-    {kCenPlt2PuSetSwitchEnableReq, "617", "special register 617 switch type error\n"},
-    {kCenPlt2PuSetKeyValueReq, "batteryCameraWorkMode",
-     "special register key value batteryCameraWorkMode error\n"},
-    {kCenPlt2PuSetKeyValueReq, "device_bell", "special register key value CustomRing error\n"},
-    {kCenPlt2PuSetKeyValueReq, "networkingMode", "special register key value networkingMode error\n"},
-    {kCenPlt2PuSetKeyValueReq, "OneClickMute", "special register key value error\n"},
-    {kCenPlt2PuSetKeyValueReq, "SpeakerConfig", "special register key value error\n"},
-    {kCenPlt2PuSetDevPlanReq, "17", "special register dev plan error\n"},
+#define SPECIAL_SWITCH_REDIRECT(code, Name, type, fail_log) {kCenPlt2PuSetSwitchEnableReq, #code, fail_log},
+    SPECIAL_SWITCHES(SPECIAL_SWITCH_REDIRECT)
+#undef SPECIAL_SWITCH_REDIRECT
+        {kCenPlt2PuSetKeyValueReq, SPECIAL_KEY_BATTERY_WORK_MODE,
+         "special register key value " SPECIAL_KEY_BATTERY_WORK_MODE " error\n"},
+    {kCenPlt2PuSetKeyValueReq, SPECIAL_KEY_RING_TYPE, "special register key value CustomRing error\n"},
+    {kCenPlt2PuSetKeyValueReq, SPECIAL_KEY_NETWORK_MODE,
+     "special register key value " SPECIAL_KEY_NETWORK_MODE " error\n"},
+    {kCenPlt2PuSetKeyValueReq, SPECIAL_KEY_ONE_CLICK_MUTE, "special register key value error\n"},
+    {kCenPlt2PuSetKeyValueReq, SPECIAL_KEY_SPEAKER_CONFIG, "special register key value error\n"},
+    {kCenPlt2PuSetDevPlanReq, SPECIAL_TEXT_OF(SPECIAL_PLAN_TYPE_WORK_MODE),
+     "special register dev plan error\n"},
 };
 
 /* Registers every redirect row; a failing row is logged and the next one still tried. */

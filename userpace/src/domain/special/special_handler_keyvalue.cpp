@@ -11,6 +11,7 @@
 #include "special.h"
 #include "special_bus.h"
 #include "special_handler_util.h"
+#include "special_platform_keys.h"
 
 namespace {
 
@@ -40,13 +41,13 @@ struct KeyValueSetting {
 
 /* In the order the name is compared; names are case-sensitive. */
 const KeyValueSetting kSettings[] = {
-    {"batteryCameraWorkMode",
+    {SPECIAL_KEY_BATTERY_WORK_MODE,
      NOLTDEVSDK_SPECIAL_ON_BATTERY_WORK_MODE,
      sizeof(noltDevSDK_special_battery_work_mode),
      NOLTDEVSDK_ReportBatteryWorkMode,
      NULL,
      {{NULL, offsetof(noltDevSDK_special_battery_work_mode, mode)}}},
-    {"device_bell",
+    {SPECIAL_KEY_RING_TYPE,
      NOLTDEVSDK_SPECIAL_ON_RING_SOUND,
      sizeof(noltDevSDK_special_ring_type),
      NOLTDEVSDK_ReportSpecialRingType,
@@ -54,19 +55,19 @@ const KeyValueSetting kSettings[] = {
      {{"Type", offsetof(noltDevSDK_special_ring_type, type)},
       {"CustomRingIndex", offsetof(noltDevSDK_special_ring_type, index)},
       {"Volume", offsetof(noltDevSDK_special_ring_type, vol)}}},
-    {"networkingMode",
+    {SPECIAL_KEY_NETWORK_MODE,
      NOLTDEVSDK_SPECIAL_ON_NET_WORK_MODE,
      sizeof(noltDevSDK_special_net_work_mode),
      NOLTDEVSDK_ReportBatteryNetWorkMode,
      NULL,
      {{NULL, offsetof(noltDevSDK_special_net_work_mode, mode)}}},
-    {"OneClickMute",
+    {SPECIAL_KEY_ONE_CLICK_MUTE,
      NOLTDEVSDK_SPECIAL_ON_SET_SPECIAL_ONE_CLICK_MUTE,
      sizeof(noltDevSDK_special_one_click_mute),
      NOLTDEVSDK_ReportNone,
      NULL,
      {{NULL, offsetof(noltDevSDK_special_one_click_mute, enable)}}},
-    {"SpeakerConfig",
+    {SPECIAL_KEY_SPEAKER_CONFIG,
      NOLTDEVSDK_SPECIAL_ON_SET_SPECIAL_SPEAKER_CONFIG,
      sizeof(noltDevSDK_special_speaker_config),
      NOLTDEVSDK_ReportNone,

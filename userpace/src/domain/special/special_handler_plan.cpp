@@ -10,11 +10,9 @@
 #include "noltdev_sdk_kernel_struct.h"
 #include "special.h"
 #include "special_bus.h"
+#include "special_capacity.h"
 #include "special_handler_util.h"
-
-#define PLAN_TYPE_WORK_MODE 17
-#define PLAN_MAX_DAYS 7
-#define PLAN_MAX_SEGMENTS 5
+#include "special_platform_keys.h"
 
 /* Fills one segment from a "Plan" element (the main element). */
 static void ReadSegment(const CMarkupSTL *req, noltDevSDK_special_work_mode_time_segment *segment) {
@@ -33,15 +31,15 @@ static void ReadSegment(const CMarkupSTL *req, noltDevSDK_special_work_mode_time
  * request carried at least one, valid or not. */
 static bool ReadWeek(CMarkupSTL *req, noltDevSDK_special_work_mode_plan *week) {
     int dates = 0;
-    while (dates < PLAN_MAX_DAYS && req->FindElem("Date", false)) {
+    while (dates < kSpecialPlanDays && req->FindElem("Date", false)) {
         ++dates;
         /* as an unsigned byte, anything below '0' (an empty text too) is large and skipped */
         unsigned char day = static_cast<unsigned char>(req->GetAttrib("Weekday").c_str()[0] - '0');
-        if (day >= PLAN_MAX_DAYS) {
+        if (day >= kSpecialPlanDays) {
             continue;
         }
         req->IntoElem();
-        for (int segment = 0; segment < PLAN_MAX_SEGMENTS && req->FindElem("Plan", false); ++segment) {
+        for (int segment = 0; segment < kSpecialPlanSegments && req->FindElem("Plan", false); ++segment) {
             ReadSegment(req, &week->time[day][segment]);
         }
         req->OutOfElem();
@@ -69,7 +67,7 @@ int SpecialSetDevPlanReq(CMarkupSTL *req, CMarkupSTL *rsp) {
         return PlanFailed(rsp, "without actor element.\n");
     }
     parsed.channel = SpecialAttribInt(req, "Channel");
-    if (SpecialAttribInt(req, "PlanType") != PLAN_TYPE_WORK_MODE) {
+    if (SpecialAttribInt(req, "PlanType") != SPECIAL_PLAN_TYPE_WORK_MODE) {
         return PlanFailed(rsp, "unspport plan type \n");
     }
     current.type = NOLTDEVSDK_SPECIAL_WORK_MODE_PLAN;

@@ -6,17 +6,16 @@
 #include "special.h"
 #include "special_bus.h"
 #include "special_handler_util.h"
+#include "special_platform_keys.h"
 
 /* The platform numbers its switches; the application sees the module's own enum. */
 static const struct {
     int platform;
     NOLTDEVSDK_SPECIAL_SWITCH_ENABLE_TYPE_E type;
 } kSwitchTypes[] = {
-    {15, NOLTDEVSDK_SPECIAL_SWITCH_TYPE_FLOW_COUNT},
-    {613, NOLTDEVSDK_SPECIAL_SWITCH_TYPE_LINGER_ALARM},
-    {614, NOLTDEVSDK_SPECIAL_SWITCH_TYPE_FACE_RECOGNITION},
-    {617, NOLTDEVSDK_SPECIAL_SWITCH_TYPE_DISTORTION_CORRECTION},
-    {611, NOLTDEVSDK_SPECIAL_SWITCH_TYPE_CHIME_INDICATOR_LIGHT},
+#define SPECIAL_SWITCH_TYPE(code, Name, type, fail_log) {code, type},
+    SPECIAL_SWITCHES(SPECIAL_SWITCH_TYPE)
+#undef SPECIAL_SWITCH_TYPE
 };
 
 static bool SwitchTypeFromPlatform(int platform, int *type) {

@@ -19,15 +19,15 @@ static const int kChildren = 8;
 /* While every held child is connected, their list is re-sent after this many seconds. */
 static const time_t kConnectRepeatSeconds = 600;
 
-/* A count-first list as the application fills it: the count, then room for 8 entries. */
+/* A count-first list as the application fills it: the count, then room for kChildren entries. */
 template <class Entry> struct ChildList {
     int num;
     Entry entries[kChildren];
 };
 typedef ChildList<noltDevSDK_trusteeship_subserial> ConnectList;
 typedef ChildList<noltDevSDK_PowerStatus_subserial> PowerList;
-static_assert(sizeof(ConnectList) ==
-                  sizeof(noltDevSDK_Trusteeship_connect) + 8 * sizeof(noltDevSDK_trusteeship_subserial),
+static_assert(sizeof(ConnectList) == sizeof(noltDevSDK_Trusteeship_connect) +
+                                         kChildren * sizeof(noltDevSDK_trusteeship_subserial),
               "the connect list must be the buffer the application is offered");
 static_assert(offsetof(ConnectList, entries) == offsetof(noltDevSDK_Trusteeship_connect, subserial),
               "the connect list must lay out as the application's record");
@@ -57,7 +57,7 @@ static const SpecialResetAtLoad g_power_load(kPower);
 
 /* The count-first rule: a different count is a change, then the first count entries are
  * compared. The count is kept as the application gives it; only the bytes touched stay
- * within the 8 entries. */
+ * within the kChildren entries. */
 template <class Entry>
 static int KeepList(ChildList<Entry> *cache, const ChildList<Entry> &fresh, const char *change_log) {
     size_t bytes = static_cast<size_t>(SpecialStatusBound(fresh.num, kChildren)) * sizeof(Entry);

@@ -10,9 +10,7 @@
 #include "bscJSON.h"
 #include "log_ctrl.h"
 #include "markupstl.h"
-
-/* Number of elements of a fixed array. */
-#define SPECIAL_COUNT_OF(array) (sizeof(array) / sizeof((array)[0]))
+#include "special_capacity.h"
 
 /* How a change detector watches one item. */
 struct SpecialWatch {

@@ -14,7 +14,6 @@
 #include "special_status.h"
 #include "special_status_common.h"
 
-static const int kMappedPorts = 16;
 /* At most this many mapped-port reports go out in the hour that starts with the first. */
 static const int kPortReportsPerPeriod = 100;
 static const int kPortPeriodMs = 3600 * 1000;
@@ -34,7 +33,7 @@ static const SpecialWatch kMapped = SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_G
 static void TidyMapped(noltDevSDK_special_voddns_local_mapped_infos *infos) {
     SPECIAL_TERMINATE(infos->external_ip);
     SPECIAL_TERMINATE(infos->local_ip);
-    for (int i = 0; i < kMappedPorts; i++) {
+    for (int i = 0; i < kSpecialMappedPorts; i++) {
         SPECIAL_TERMINATE(infos->mapped_port_infos[i].type);
     }
 }
@@ -58,7 +57,7 @@ static bool MappedPortBody(CMarkupSTL *doc, const void *, int *result) {
     const noltDevSDK_special_voddns_local_mapped_infos &infos = g_voddns_local_mapped_infos;
     doc->AddElem("NatIP", infos.external_ip);
     doc->AddElem("LocalIP", infos.local_ip);
-    for (int i = 0; i < kMappedPorts; i++) {
+    for (int i = 0; i < kSpecialMappedPorts; i++) {
         const noltDevSDK_special_voddns_mapped_info &port = infos.mapped_port_infos[i];
         if (port.type[0] == '\0') {
             continue; /* an empty slot does not end the list */

@@ -7,12 +7,9 @@
 #include "log_ctrl.h"
 #include "noltDevSDK_special_def.h"
 #include "noltdev_sdk_kernel_struct.h"
+#include "special_platform_keys.h"
 #include "special_status.h"
 #include "special_status_common.h"
-
-static const int kDays = 7;
-static const int kSegments = 5;
-static const int kVoices = 16;
 
 static noltDevSDK_special_plan g_battery_work_mode_plan;
 /* zero-filled at build time (no flash for 9.5 KB) and put in its not-seen state, num -1,
@@ -31,8 +28,8 @@ static bool SegmentIsSet(const noltDevSDK_special_work_mode_time_segment &segmen
 
 /* An empty plan (no segment with a time anywhere in the week) is sent with "Force" 1. */
 static bool PlanIsEmpty(const noltDevSDK_special_plan &plan) {
-    for (int day = 0; day < kDays; day++) {
-        for (int seg = 0; seg < kSegments; seg++) {
+    for (int day = 0; day < kSpecialPlanDays; day++) {
+        for (int seg = 0; seg < kSpecialPlanSegments; seg++) {
             if (SegmentIsSet(plan.special_work_mode_plan.time[day][seg])) {
                 return false;
             }
@@ -64,13 +61,13 @@ static bool PlanBody(CMarkupSTL *doc, const void *, int *) {
     /* the actor is constant: the plan's own type and channel are not sent */
     doc->AddElem("Actor", "D");
     doc->SetAttrib("Channel", 0);
-    doc->SetAttrib("PlanType", 17);
+    doc->SetAttrib("PlanType", SPECIAL_PLAN_TYPE_WORK_MODE);
     doc->SetAttrib("EventType", 0);
-    for (int day = 0; day < kDays; day++) {
+    for (int day = 0; day < kSpecialPlanDays; day++) {
         doc->AddElem("Date");
         doc->SetAttrib("Weekday", day);
         doc->IntoElem();
-        for (int seg = 0; seg < kSegments; seg++) {
+        for (int seg = 0; seg < kSpecialPlanSegments; seg++) {
             const noltDevSDK_special_work_mode_time_segment &segment =
                 plan.special_work_mode_plan.time[day][seg];
             if (SegmentIsSet(segment)) {
@@ -105,7 +102,7 @@ static const SpecialWatch kCustomVoice =
 static const SpecialResetAtLoad g_custom_voice_load(kCustomVoice);
 
 static void TidyCustomVoices(noltDevSDK_special_custom_voice_infos *infos) {
-    for (int i = 0; i < kVoices; i++) {
+    for (int i = 0; i < kSpecialVoices; i++) {
         SPECIAL_TERMINATE(infos->voice_info[i].name);
         SPECIAL_TERMINATE(infos->voice_info[i].url);
     }
@@ -130,7 +127,7 @@ static bool CustomVoiceBody(CMarkupSTL *doc, const void *, int *result) {
         return SpecialStatusGiveUp(result, "bscJSON create array error\n");
     }
     /* num is the application's; the walk still never leaves the 16 cached entries */
-    int count = SpecialStatusBound(g_custom_voice_infos.num, kVoices);
+    int count = SpecialStatusBound(g_custom_voice_infos.num, kSpecialVoices);
     for (int i = 0; i < count; i++) {
         bscJSON *obj = CustomVoiceJson(g_custom_voice_infos.voice_info[i]);
         if (obj == NULL) {

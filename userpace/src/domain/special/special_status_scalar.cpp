@@ -10,6 +10,7 @@
 #include "noltDevSDK_special_def.h"
 #include "special.h"
 #include "special_bus.h"
+#include "special_platform_keys.h"
 #include "special_status.h"
 #include "special_status_common.h"
 
@@ -45,15 +46,15 @@ static const KeyValueItem kLinkage = {
 static const KeyValueItem kWorkMode = {SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_MODE, 0,
                                                          noltDevSDK_special_battery_work_mode, mode,
                                                          g_battery_work_mode.mode, "work mode is changed\n"),
-                                       "batteryCameraWorkMode"};
+                                       SPECIAL_KEY_BATTERY_WORK_MODE};
 static const KeyValueItem kNetWorkMode = {
     SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_NET_WORK_MODE, 0, noltDevSDK_special_net_work_mode, mode,
                       g_net_work_mode.mode, "net work mode is changed\n"),
-    "networkingMode"};
+    SPECIAL_KEY_NETWORK_MODE};
 static const KeyValueItem kOneClickMute = {
     SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_ONE_CLICK_MUTE, 0, noltDevSDK_special_one_click_mute,
                       enable, g_one_click_mute.enable, "one click mute is changed\n"),
-    "OneClickMute"};
+    SPECIAL_KEY_ONE_CLICK_MUTE};
 
 static int ReportKeyValueItem(const KeyValueItem &item) {
     return SpecialStatusReportInt(item.status_type, *static_cast<const int *>(item.watch.cache));
@@ -107,7 +108,7 @@ static bool RingTypeBody(CMarkupSTL *doc, const void *, int *result) {
     const SpecialJsonMember members[] = {{"Type", NULL, g_ring_type.type},
                                          {"CustomRingIndex", NULL, g_ring_type.index},
                                          {"Volume", NULL, g_ring_type.vol}};
-    SpecialStatusAddStatus(doc, "device_bell", NULL);
+    SpecialStatusAddStatus(doc, SPECIAL_KEY_RING_TYPE, NULL);
     return SpecialStatusJsonValue(doc, members, SPECIAL_COUNT_OF(members), false,
                                   "[SpecialReportRingType] create json failed.\n",
                                   "[SpecialReportRingType ]convert json to string faild\n", result);
@@ -155,7 +156,7 @@ static bool SpeakerConfigBody(CMarkupSTL *doc, const void *, int *result) {
                                          {"RingIndex", NULL, g_speaker_config.ring_index},
                                          {"IntelligentSwitch", NULL, g_speaker_config.intel_enable},
                                          {"IntelligentIndex", NULL, g_speaker_config.intel_index}};
-    SpecialStatusAddStatus(doc, "SpeakerConfig", NULL);
+    SpecialStatusAddStatus(doc, SPECIAL_KEY_SPEAKER_CONFIG, NULL);
     /* failures here are silent, and the report says 0 whatever happens */
     return SpecialStatusJsonValue(doc, members, SPECIAL_COUNT_OF(members), true, NULL, NULL, result);
 }

@@ -6,14 +6,9 @@
 #include "log_ctrl.h"
 #include "noltDevSDK_special_def.h"
 #include "special.h"
+#include "special_platform_keys.h"
 #include "special_status.h"
 #include "special_status_common.h"
-
-static int flow_config_enable = -1;
-static int g_lingerAlarm_config_enable = -1;
-static int g_faceRecg_config_enable = -1;
-static int g_distortion_config_enable = -1;
-static int g_chimeIndicator_config_enable = -1;
 
 typedef noltDevSDK_special_switch_enable SwitchRecord;
 
@@ -29,20 +24,13 @@ struct SwitchItem {
 #define SWITCH_WATCH(switch_type, cache)                                                                     \
     SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SWITCH_ENABLE, switch_type, SwitchRecord, enable, cache, NULL)
 
-static const SwitchItem kFlow = {SWITCH_WATCH(NOLTDEVSDK_SPECIAL_SWITCH_TYPE_FLOW_COUNT, flow_config_enable),
-                                 15, "SpecialReport Flow switchenable\n"};
-static const SwitchItem kLingerAlarm = {
-    SWITCH_WATCH(NOLTDEVSDK_SPECIAL_SWITCH_TYPE_LINGER_ALARM, g_lingerAlarm_config_enable), 613,
-    "SpecialReport LingerAlarm switchenable\n"};
-static const SwitchItem kFaceRecg = {
-    SWITCH_WATCH(NOLTDEVSDK_SPECIAL_SWITCH_TYPE_FACE_RECOGNITION, g_faceRecg_config_enable), 614,
-    "SpecialReport FaceRecg switchenable\n"};
-static const SwitchItem kDistortion = {
-    SWITCH_WATCH(NOLTDEVSDK_SPECIAL_SWITCH_TYPE_DISTORTION_CORRECTION, g_distortion_config_enable), 617,
-    "SpecialReport Distortion switchenable\n"};
-static const SwitchItem kChimeIndicator = {
-    SWITCH_WATCH(NOLTDEVSDK_SPECIAL_SWITCH_TYPE_CHIME_INDICATOR_LIGHT, g_chimeIndicator_config_enable), 611,
-    "SpecialReport ChimeIndicator switchenable\n"};
+/* Per switch: the enable value last seen (-1 until seen) and the item over it. */
+#define SPECIAL_SWITCH_ITEM(code, Name, type, fail_log)                                                      \
+    static int g_switch_##Name##_enable = -1;                                                                \
+    static const SwitchItem kSwitch##Name = {SWITCH_WATCH(type, g_switch_##Name##_enable), code,             \
+                                             "SpecialReport " #Name " switchenable\n"};
+SPECIAL_SWITCHES(SPECIAL_SWITCH_ITEM)
+#undef SPECIAL_SWITCH_ITEM
 
 static bool SwitchBody(CMarkupSTL *doc, const void *ctx, int *) {
     const SwitchItem *item = static_cast<const SwitchItem *>(ctx);
@@ -64,19 +52,10 @@ static int ReportSwitch(const SwitchItem &item) {
     return SpecialStatusReport(kPu2CenPltReportDevSwitchEnableReq, SwitchBody, &item);
 }
 
-SPECIAL_STATUS_TRIO(SwitchRecord, SpecialSwitchEnableFlowIsChanged, SpecialReportSwitchEnableFlow,
-                    SpecialSwitchEnableFlowReset, kFlow, ReportSwitch)
-
-SPECIAL_STATUS_TRIO(SwitchRecord, SpecialSwitchEnableLingerAlarmIsChanged,
-                    SpecialReportSwitchEnableLingerAlarm, SpecialSwitchEnableLingerAlarmReset, kLingerAlarm,
-                    ReportSwitch)
-
-SPECIAL_STATUS_TRIO(SwitchRecord, SpecialSwitchEnableFaceRecgIsChanged, SpecialReportSwitchEnableFaceRecg,
-                    SpecialSwitchEnableFaceRecgReset, kFaceRecg, ReportSwitch)
-
-SPECIAL_STATUS_TRIO(SwitchRecord, SpecialSwitchEnableDistortionIsChanged, SpecialReportSwitchEnableDistortion,
-                    SpecialSwitchEnableDistortionReset, kDistortion, ReportSwitch)
-
-SPECIAL_STATUS_TRIO(SwitchRecord, SpecialSwitchEnableChimeIndicatorIsChanged,
-                    SpecialReportSwitchEnableChimeIndicator, SpecialSwitchEnableChimeIndicatorReset,
-                    kChimeIndicator, ReportSwitch)
+/* The trio of each switch: SpecialSwitchEnable<Name>IsChanged, SpecialReportSwitchEnable<Name>,
+ * SpecialSwitchEnable<Name>Reset. */
+#define SPECIAL_SWITCH_TRIO(code, Name, type, fail_log)                                                      \
+    SPECIAL_STATUS_TRIO(SwitchRecord, SpecialSwitchEnable##Name##IsChanged, SpecialReportSwitchEnable##Name, \
+                        SpecialSwitchEnable##Name##Reset, kSwitch##Name, ReportSwitch)
+SPECIAL_SWITCHES(SPECIAL_SWITCH_TRIO)
+#undef SPECIAL_SWITCH_TRIO
