@@ -8,40 +8,6 @@
 #include "special_status.h"
 #include "special_status_common.h"
 
-/* The application knows the items by the installed protocol header's ids; the
- * report-status service by its own. They must be the same numbers. */
-#define SPECIAL_SAME_ITEM(service_id, public_id)                                                             \
-    static_assert(static_cast<int>(service_id) == static_cast<int>(public_id),                               \
-                  #public_id " must be " #service_id)
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportSpecialSwitchEnableFlow, NOLTDEVSDK_SPECIAL_ITEM_SWITCH_ENABLE_FLOW);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportFlowCountConfig, NOLTDEVSDK_SPECIAL_ITEM_FLOW_COUNT_CONFIG);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportSpecialKeyValue, NOLTDEVSDK_SPECIAL_ITEM_KEY_VALUE);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportPowerStatus, NOLTDEVSDK_SPECIAL_ITEM_POWER_STATUS);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportBatteryWorkStatus, NOLTDEVSDK_SPECIAL_ITEM_BATTERY_WORK_STATUS);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportCustomVoice, NOLTDEVSDK_SPECIAL_ITEM_CUSTOM_VOICE);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportLinkageModeStatus, NOLTDEVSDK_SPECIAL_ITEM_LINKAGE_MODE_STATUS);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportTrusteeship, NOLTDEVSDK_SPECIAL_ITEM_TRUSTEESHIP);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportTrusteeshipConnect, NOLTDEVSDK_SPECIAL_ITEM_TRUSTEESHIP_CONNECT);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportVoddnsMappedPort, NOLTDEVSDK_SPECIAL_ITEM_VODDNS_MAPPED_PORT);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportAssociatedDeviceConnStatus,
-                  NOLTDEVSDK_SPECIAL_ITEM_ASSOCIATED_DEVICE_CONN_STATUS);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportBatteryWorkMode, NOLTDEVSDK_SPECIAL_ITEM_BATTERY_WORK_MODE);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportSpecialSwitchEnableLingerAlarm,
-                  NOLTDEVSDK_SPECIAL_ITEM_SWITCH_ENABLE_LINGER_ALARM);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportSpecialSwitchEnableFaceRecg,
-                  NOLTDEVSDK_SPECIAL_ITEM_SWITCH_ENABLE_FACE_RECG);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportSpecialRingType, NOLTDEVSDK_SPECIAL_ITEM_RING_TYPE);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportSpecialDistortionCorrection,
-                  NOLTDEVSDK_SPECIAL_ITEM_DISTORTION_CORRECTION);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportSpecialSwitchEnableChimeIndicator,
-                  NOLTDEVSDK_SPECIAL_ITEM_SWITCH_ENABLE_CHIME_INDICATOR);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportBatteryWorkModePlan, NOLTDEVSDK_SPECIAL_ITEM_BATTERY_WORK_MODE_PLAN);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportBatteryNetWorkMode, NOLTDEVSDK_SPECIAL_ITEM_NETWORK_MODE);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_Report4GInfo, NOLTDEVSDK_SPECIAL_ITEM_4G_INFO);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportOneClickMute, NOLTDEVSDK_SPECIAL_ITEM_ONE_CLICK_MUTE);
-SPECIAL_SAME_ITEM(NOLTDEVSDK_ReportSpeakerConfig, NOLTDEVSDK_SPECIAL_ITEM_SPEAKER_CONFIG);
-#undef SPECIAL_SAME_ITEM
-
 namespace {
 struct StatusItem {
     NOLTDEVSDK_REPORT_STATUS_E id;
@@ -51,48 +17,16 @@ struct StatusItem {
 };
 } // namespace
 
+/* The application and the report-status service know an item by the same number, the
+ * installed protocol header's NOLTDEVSDK_SPECIAL_ITEM_<id>. */
+#define SPECIAL_ITEM_ID(id) static_cast<NOLTDEVSDK_REPORT_STATUS_E>(NOLTDEVSDK_SPECIAL_ITEM_##id)
+
 static const StatusItem kStatusItems[] = {
-    {NOLTDEVSDK_ReportSpecialSwitchEnableFlow, SpecialSwitchEnableFlowIsChanged,
-     SpecialReportSwitchEnableFlow, SpecialSwitchEnableFlowReset},
-    {NOLTDEVSDK_ReportSpecialSwitchEnableLingerAlarm, SpecialSwitchEnableLingerAlarmIsChanged,
-     SpecialReportSwitchEnableLingerAlarm, SpecialSwitchEnableLingerAlarmReset},
-    {NOLTDEVSDK_ReportSpecialSwitchEnableFaceRecg, SpecialSwitchEnableFaceRecgIsChanged,
-     SpecialReportSwitchEnableFaceRecg, SpecialSwitchEnableFaceRecgReset},
-    {NOLTDEVSDK_ReportSpecialSwitchEnableChimeIndicator, SpecialSwitchEnableChimeIndicatorIsChanged,
-     SpecialReportSwitchEnableChimeIndicator, SpecialSwitchEnableChimeIndicatorReset},
-    /* reported only when forced; nothing to reset */
-    {NOLTDEVSDK_ReportFlowCountConfig, SpecialFlowCountConfigIsChanged, SpecialReportFlowCountConfig, NULL},
-    {NOLTDEVSDK_ReportSpecialKeyValue, SpecialICRIsChanged, SpecialReportKeyValue, SpecialKeyValueReset},
-    {NOLTDEVSDK_ReportBatteryWorkStatus, SpecialBatteryWorkStatusIsChanged, SpecialReportBateryWorkStatus,
-     SpecialBateryWorkStatusReset},
-    {NOLTDEVSDK_ReportCustomVoice, SpecialCustomVoiceIsChanged, SpecialReportCustomVoice,
-     SpecialCustomVoiceReset},
-    {NOLTDEVSDK_ReportLinkageModeStatus, SpecialLinkageModeStatusIsChanged, SpecialReportLinkageModeStatus,
-     SpecialLinkageModeStatusReset},
-    {NOLTDEVSDK_ReportTrusteeship, SpecialTrusteeshipIsChanged, SpecialReportTrusteeship,
-     SpecialTrusteeshipReset},
-    {NOLTDEVSDK_ReportPowerStatus, SpecialPowerStatusIsChanged, SpecialReportPowerStatus,
-     SpecialPowerStatusReset},
-    {NOLTDEVSDK_ReportTrusteeshipConnect, SpecialTrusteeshipConnectIsChanged, SpecialReportTrusteeshipConnect,
-     SpecialTrusteeshipConnectReset},
-    {NOLTDEVSDK_ReportVoddnsMappedPort, SpecialVoddnsLocalMappedInfosIsChanged,
-     SpecialReportVoddnsLocalMappedPort, SpecialVoddnsLocalMappedInfosReset},
-    {NOLTDEVSDK_ReportAssociatedDeviceConnStatus, SpecialAssociatedDeviceConnStatusIsChanged,
-     SpecialReportAssociatedDeviceConnStatus, SpecialAssociatedDeviceConnStatusReset},
-    {NOLTDEVSDK_ReportBatteryWorkMode, SpecialBatteryWorkModeIsChanged, SpecialReportBatteryWorkMode,
-     SpecialBatteryWorkModeReset},
-    {NOLTDEVSDK_ReportBatteryWorkModePlan, SpecialBatteryWorkModePlanIsChanged,
-     SpecialReportBatteryWorkModePlan, SpecialBatteryWorkModePlanReset},
-    {NOLTDEVSDK_ReportSpecialRingType, SpecialRingTypeIsChanged, SpecialReportRingType, SpecialRingTypeReset},
-    {NOLTDEVSDK_ReportSpecialDistortionCorrection, SpecialSwitchEnableDistortionIsChanged,
-     SpecialReportSwitchEnableDistortion, SpecialSwitchEnableDistortionReset},
-    {NOLTDEVSDK_ReportBatteryNetWorkMode, SpecialNetWorkModeIsChanged, SpecialReportNetWorkMode,
-     SpecialNetWorkModeReset},
-    {NOLTDEVSDK_ReportOneClickMute, SpecialOneClickMuteIsChanged, SpecialReportOneClickMute,
-     SpecialOneClickMuteReset},
-    {NOLTDEVSDK_ReportSpeakerConfig, SpecialSpeakerConfigIsChanged, SpecialReportSpeakerConfig,
-     SpecialSpeakerConfigReset},
-    {NOLTDEVSDK_Report4GInfo, SpecialDev4GInfoIsChanged, SpecialDev4GInfoReport, SpecialDev4GInfoReset},
+#define SPECIAL_STATUS_ITEM(id, is_changed, report, reset) {SPECIAL_ITEM_ID(id), is_changed, report, reset},
+#define SPECIAL_STATUS_ITEM_FORCED(id, is_changed, report) {SPECIAL_ITEM_ID(id), is_changed, report, NULL},
+#include "special_status_items.inc"
+#undef SPECIAL_STATUS_ITEM
+#undef SPECIAL_STATUS_ITEM_FORCED
 };
 
 static_assert(SPECIAL_COUNT_OF(kStatusItems) == NOLTDEVSDK_SPECIAL_STATUS_ITEM_COUNT,
@@ -100,27 +34,27 @@ static_assert(SPECIAL_COUNT_OF(kStatusItems) == NOLTDEVSDK_SPECIAL_STATUS_ITEM_C
 
 /* The associated-device item (92) stays registered after the module ends. */
 static const NOLTDEVSDK_REPORT_STATUS_E kUnregisterOrder[] = {
-    NOLTDEVSDK_ReportSpecialSwitchEnableFlow,
-    NOLTDEVSDK_ReportFlowCountConfig,
-    NOLTDEVSDK_ReportSpecialKeyValue,
-    NOLTDEVSDK_ReportBatteryWorkStatus,
-    NOLTDEVSDK_ReportCustomVoice,
-    NOLTDEVSDK_ReportLinkageModeStatus,
-    NOLTDEVSDK_ReportTrusteeship,
-    NOLTDEVSDK_ReportPowerStatus,
-    NOLTDEVSDK_ReportTrusteeshipConnect,
-    NOLTDEVSDK_ReportVoddnsMappedPort,
-    NOLTDEVSDK_ReportBatteryWorkMode,
-    NOLTDEVSDK_ReportSpecialSwitchEnableLingerAlarm,
-    NOLTDEVSDK_ReportSpecialSwitchEnableFaceRecg,
-    NOLTDEVSDK_ReportSpecialRingType,
-    NOLTDEVSDK_ReportSpecialDistortionCorrection,
-    NOLTDEVSDK_ReportBatteryWorkModePlan,
-    NOLTDEVSDK_ReportBatteryNetWorkMode,
-    NOLTDEVSDK_ReportSpecialSwitchEnableChimeIndicator,
-    NOLTDEVSDK_Report4GInfo,
-    NOLTDEVSDK_ReportOneClickMute,
-    NOLTDEVSDK_ReportSpeakerConfig,
+    SPECIAL_ITEM_ID(SWITCH_ENABLE_FLOW),
+    SPECIAL_ITEM_ID(FLOW_COUNT_CONFIG),
+    SPECIAL_ITEM_ID(KEY_VALUE),
+    SPECIAL_ITEM_ID(BATTERY_WORK_STATUS),
+    SPECIAL_ITEM_ID(CUSTOM_VOICE),
+    SPECIAL_ITEM_ID(LINKAGE_MODE_STATUS),
+    SPECIAL_ITEM_ID(TRUSTEESHIP),
+    SPECIAL_ITEM_ID(POWER_STATUS),
+    SPECIAL_ITEM_ID(TRUSTEESHIP_CONNECT),
+    SPECIAL_ITEM_ID(VODDNS_MAPPED_PORT),
+    SPECIAL_ITEM_ID(BATTERY_WORK_MODE),
+    SPECIAL_ITEM_ID(SWITCH_ENABLE_LINGER_ALARM),
+    SPECIAL_ITEM_ID(SWITCH_ENABLE_FACE_RECG),
+    SPECIAL_ITEM_ID(RING_TYPE),
+    SPECIAL_ITEM_ID(DISTORTION_CORRECTION),
+    SPECIAL_ITEM_ID(BATTERY_WORK_MODE_PLAN),
+    SPECIAL_ITEM_ID(NETWORK_MODE),
+    SPECIAL_ITEM_ID(SWITCH_ENABLE_CHIME_INDICATOR),
+    SPECIAL_ITEM_ID(4G_INFO),
+    SPECIAL_ITEM_ID(ONE_CLICK_MUTE),
+    SPECIAL_ITEM_ID(SPEAKER_CONFIG),
 };
 
 void SpecialStatusRegisterAll(void) {
