@@ -109,17 +109,8 @@ int noltDevSDK_special_send_msg_to_platform(noltDevSDK_special_trans_cmd_msg *ms
         noltdev_debug(LOG_ERROR, "send_msg_to_platform: no body of %d bytes\n", msg->content_len);
         return NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM;
     }
-    noltdev_sdk_kernel_pubmsg pub;
-    memset(&pub, 0, sizeof pub);
-    pub.msg_response = msg->msg_type;
-    pub.msg_qos = QOS_T0;
-    pub.msg_seq = msg->msg_seq;
-    pub.msg_body = reinterpret_cast<unsigned char *>(msg->content);
-    pub.msg_body_len = (NOLTDEV_SDK_UINT32)msg->content_len;
-    pub.msg_domain_id = SPECIAL_DOMAIN_ID;
-    pub.msg_command_id = msg->cmd_id;
-    strncpy(pub.command_ver, SPECIAL_CMD_VERSION, sizeof pub.command_ver - 1);
-    return noltdev_sdk_kernel_send(&pub) != 0 ? NOLTDEVSDK_SPECIAL_CODE_SEND_DATA_ERROR : 0;
+    return SpecialPublish(msg->content, static_cast<size_t>(msg->content_len), static_cast<int>(msg->cmd_id),
+                          SPECIAL_CMD_VERSION, msg->msg_type, msg->msg_seq);
 }
 
 int noltDevSDK_special_post_event(noltDevSDK_special_post_event_info_S *info) {

@@ -25,10 +25,8 @@ static std::atomic<unsigned int> g_sequence(0);
 #endif
 static_assert(SPECIAL_SEQUENCE_LOCK_FREE, "the device sequence counter must be lock-free");
 
-/* Fills the publish record around body and hands it to the kernel, which copies the body
- * before it returns. */
-static int SpecialPublish(const char *body, size_t body_len, int cmd_id, const char *cmd_version,
-                          unsigned char msg_response, unsigned int msg_seq) {
+int SpecialPublish(const char *body, size_t body_len, int cmd_id, const char *cmd_version,
+                   unsigned char msg_response, unsigned int msg_seq) {
     noltdev_sdk_kernel_pubmsg pub;
     memset(&pub, 0, sizeof(pub));
     pub.msg_response = msg_response;
@@ -43,6 +41,10 @@ static int SpecialPublish(const char *body, size_t body_len, int cmd_id, const c
         strncpy(pub.command_ver, cmd_version, sizeof(pub.command_ver) - 1);
     }
     return noltdev_sdk_kernel_send(&pub) != 0 ? NOLTDEVSDK_SPECIAL_CODE_SEND_DATA_ERROR : 0;
+}
+
+const char *SpecialDevSerial(void) {
+    return noltdev_sdk_kernel_getdevinfo_bykey("dev_subserial");
 }
 
 int special_send_msg_to_platform(const CMarkupSTL &msg, int cmd_id, const char *cmd_version,

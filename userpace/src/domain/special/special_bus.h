@@ -4,6 +4,7 @@
 #ifndef SPECIAL_BUS_H
 #define SPECIAL_BUS_H
 
+#include <stddef.h>
 #include <time.h>
 
 #include "markupstl.h"
@@ -24,6 +25,13 @@
 /* A platform handler: reads the request (positioned inside its root), fills the answer. */
 typedef int (*special_handle_platform_req_and_rsp)(CMarkupSTL *req, CMarkupSTL *rsp);
 
+/* Fills the kernel's publish record around body (body_len bytes, the domain, command and
+ * version) and hands it over; the kernel copies the body before it returns. 0 or
+ * NOLTDEVSDK_SPECIAL_CODE_SEND_DATA_ERROR. Every message the module sends goes here. */
+int SpecialPublish(const char *body, size_t body_len, int cmd_id, const char *cmd_version,
+                   unsigned char msg_response, unsigned int msg_seq);
+/* The device serial the kernel holds, read afresh on every call (never cached). */
+const char *SpecialDevSerial(void);
 /* Sends the document's text; 0 or NOLTDEVSDK_SPECIAL_CODE_SEND_DATA_ERROR.
  * child_dev_id is accepted and ignored. */
 int special_send_msg_to_platform(const CMarkupSTL &msg, int cmd_id, const char *cmd_version,

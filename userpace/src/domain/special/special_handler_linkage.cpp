@@ -7,6 +7,7 @@
 #include "bscJSON.h"
 #include "noltdev_sdk_kernel_struct.h"
 #include "special.h"
+#include "special_bus.h"
 #include "special_handler_util.h"
 #include "special_json.h"
 
@@ -112,7 +113,7 @@ int SpecialProwlDriveOutReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     }
 
     /* a notification: the platform is told "success" whatever the application said */
-    bscJSON_AddStringToObject(answer, "devSerial", noltdev_sdk_kernel_getdevinfo_bykey("dev_subserial"));
+    bscJSON_AddStringToObject(answer, "devSerial", SpecialDevSerial());
     SpecialJsonAddInt(answer, "channel", channel);
     SpecialJsonAddInt(answer, "resultCode", 1);
     bscJSON_AddStringToObject(answer, "resultMsg", "success");

@@ -12,11 +12,6 @@
 #include "special.h"
 #include "special_bus.h"
 
-/* The device serial, read from the kernel for every request. */
-static const char *SpecialDevSerial(void) {
-    return noltdev_sdk_kernel_getdevinfo_bykey("dev_subserial");
-}
-
 /* A text field of a record, read no further than the field even when unterminated. */
 static std::string SpecialFieldText(const char *field, size_t size) {
     return field == NULL ? std::string() : std::string(field, strnlen(field, size));

@@ -73,10 +73,9 @@ static int KeepList(ChildList<Entry> *cache, const ChildList<Entry> &fresh, cons
 /* ---- trusteeship: JSON as the whole document -------------------------------------------- */
 
 static bscJSON *TrusteeshipJson(const char *baseserial) {
-    const SpecialJsonMember members[] = {
-        {"operateType", NULL, baseserial[0] != '\0' ? 1 : 2},
-        {"baseserial", baseserial, 0},
-        {"subserial", noltdev_sdk_kernel_getdevinfo_bykey("dev_subserial"), 0}};
+    const SpecialJsonMember members[] = {{"operateType", NULL, baseserial[0] != '\0' ? 1 : 2},
+                                         {"baseserial", baseserial, 0},
+                                         {"subserial", SpecialDevSerial(), 0}};
     return SpecialStatusJsonObject(members, SPECIAL_COUNT_OF(members));
 }
 
@@ -183,7 +182,7 @@ int SpecialReportTrusteeshipConnect(int) {
     if (obj == NULL) {
         return -1;
     }
-    bscJSON_AddStringToObject(obj, "devseral", noltdev_sdk_kernel_getdevinfo_bykey("dev_subserial"));
+    bscJSON_AddStringToObject(obj, "devseral", SpecialDevSerial());
     bscJSON *list = bscJSON_CreateArray();
     int count = SpecialStatusBound(g_trusteeship_connect.num, kChildren);
     for (int i = 0; list != NULL && i < count; i++) {

@@ -68,7 +68,7 @@ int SpecialStatusBound(int count, int capacity) {
 void SpecialStatusStart(CMarkupSTL *doc, int flags) {
     noltdev_xml_init_req(*doc);
     if ((flags & kSpecialReportSerial) != 0) {
-        doc->AddElem("DevSerial", noltdev_sdk_kernel_getdevinfo_bykey("dev_subserial"));
+        doc->AddElem("DevSerial", SpecialDevSerial());
     }
     doc->AddElem("Authorization");
 }
