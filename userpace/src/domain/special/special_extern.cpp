@@ -8,6 +8,7 @@
 #include "noltDevSDK_Common_Module_Def.h"
 #include "noltDevSDK_report_status.h"
 #include "special.h"
+#include "special_app.h"
 #include "special_bus.h"
 #include "special_enum.h"
 #include "special_extern.h"
@@ -114,10 +115,6 @@ void special_extend_event_cb(noltdev_sdk_kernel_event *event, NOLTDEV_SDK_PTR pU
 /* A command outside the table goes to the application as it came; the application
  * answers it, if at all, with the sequence number it is given here. */
 static void SpecialPassRaw(const noltdev_sdk_kernel_submsg *msg) {
-    noltDevSDK_special_callback *cb = GetSpecialCallback();
-    if (cb->recv_msg == NULL) {
-        return;
-    }
     noltDevSDK_special_trans_cmd_msg trans;
     memset(&trans, 0, sizeof(trans));
     trans.content = static_cast<char *>(msg->buf);
@@ -125,13 +122,8 @@ static void SpecialPassRaw(const noltdev_sdk_kernel_submsg *msg) {
     trans.cmd_id = static_cast<unsigned int>(msg->msg_command_id);
     trans.msg_type = 0;
     trans.msg_seq = msg->msg_seq;
-    noltDevSDK_special_msg_to_dev dev;
-    memset(&dev, 0, sizeof(dev));
-    dev.type = NOLTDEVSDK_SPECIAL_ON_TRANS_CMD_MSG;
-    dev.data = &trans;
-    dev.len = sizeof(trans);
-    int rc = cb->recv_msg(&dev);
-    if (rc != 0) {
+    int rc = 0;
+    if (SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_TRANS_CMD_MSG, &trans, sizeof trans, &rc) && rc != 0) {
         noltdev_debug(LOG_ERROR, "result_code %d\n", rc);
     }
 }

@@ -7,6 +7,7 @@
 
 #include "log_ctrl.h"
 #include "special.h"
+#include "special_app.h"
 #include "special_bus.h"
 
 static const char kCallbackMissing[] = "special domain cb is not init\n";
@@ -60,34 +61,22 @@ bool SpecialRecvMsgReady(const char *trace) {
     return true;
 }
 
-/* Both callbacks take the same envelope: a type, the record and its length. */
-template <class Envelope> static Envelope MakeEnvelope(int type, void *record, size_t len) {
-    Envelope envelope;
-    memset(&envelope, 0, sizeof envelope);
-    envelope.type = type;
-    envelope.data = record;
-    envelope.len = static_cast<int>(len);
-    return envelope;
-}
-
 /* Some handlers call the application without checking first; a missing callback gets a
  * defined failure instead of a call through NULL. */
 int SpecialDeliver(int type, void *record, size_t len) {
-    if (!SpecialRecvMsgReady(NULL)) {
-        return -1;
+    int rc = -1;
+    if (!SpecialAppRecvMsg(type, record, len, &rc)) {
+        noltdev_debug(LOG_ERROR, kCallbackMissing);
     }
-    noltDevSDK_special_msg_to_dev msg = MakeEnvelope<noltDevSDK_special_msg_to_dev>(type, record, len);
-    return GetSpecialCallback()->recv_msg(&msg);
+    return rc;
 }
 
 int SpecialGetRuntime(int type, void *record, size_t len) {
-    noltDevSDK_special_callback *cb = GetSpecialCallback();
-    if (cb->get_runtime_info == NULL) {
+    int rc = -1;
+    if (!SpecialAppRuntimeInfo(type, &record, len, &rc)) {
         noltdev_debug(LOG_ERROR, kCallbackMissing);
-        return -1;
     }
-    noltDevSDK_special_runtime_info info = MakeEnvelope<noltDevSDK_special_runtime_info>(type, record, len);
-    return cb->get_runtime_info(&info);
+    return rc;
 }
 
 void SpecialForceReport(NOLTDEVSDK_REPORT_STATUS_E id) {

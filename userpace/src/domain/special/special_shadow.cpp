@@ -10,6 +10,7 @@
 #include "bscJSON.h"
 #include "log_ctrl.h"
 #include "special.h"
+#include "special_app.h"
 #include "special_bus.h"
 #include "special_enum.h"
 #include "special_json.h"
@@ -82,7 +83,7 @@ static int SpecialParseDelUnit(const bscJSON *obj, SpecialDelUnit *unit) {
 }
 
 /* Turns the parsed command into a block and hands it to recv_msg; the caller frees root. */
-static int SpecialDeliverDeletion(const bscJSON *root, noltDevSDK_special_callback *cb) {
+static int SpecialDeliverDeletion(const bscJSON *root) {
     if (!bscJSON_IsArray(root)) {
         noltdev_debug(LOG_ERROR, "Value String is not json array\n");
         return -1;
@@ -105,11 +106,9 @@ static int SpecialDeliverDeletion(const bscJSON *root, noltDevSDK_special_callba
         ret = SpecialParseDelUnit(obj, &block->astUnit[i]);
     }
     if (ret == 0) {
-        noltDevSDK_special_msg_to_dev msg;
-        msg.type = NOLTDEVSDK_SPECIAL_ON_DEL_TRUSTEESHIP;
-        msg.data = block;
-        msg.len = (int)size;
-        ret = cb->recv_msg(&msg);
+        if (!SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_DEL_TRUSTEESHIP, block, size, &ret)) {
+            ret = -1;
+        }
         if (ret != 0) {
             noltdev_debug(LOG_ERROR, "Failed to ParseSync_DelTrusteeship while in recv_msg.\n");
         }
@@ -132,8 +131,7 @@ int ParseSync_DelTrusteeship(const noltDevSDK_Shadow_value_t *pValue,
     }
     const char *text = static_cast<const char *>(pValue->value);
     noltdev_debug(LOG_ERROR, "pcValueStr = %s\n", text);
-    noltDevSDK_special_callback *cb = GetSpecialCallback();
-    if (cb->recv_msg == NULL) {
+    if (GetSpecialCallback()->recv_msg == NULL) {
         noltdev_debug(LOG_ERROR, "Error, Special domain:recv_msg is NULL.\n");
         return -1;
     }
@@ -142,7 +140,7 @@ int ParseSync_DelTrusteeship(const noltDevSDK_Shadow_value_t *pValue,
         noltdev_debug(LOG_ERROR, "Failed to bscJSON_Parse:%s\n", text);
         return -1;
     }
-    int ret = SpecialDeliverDeletion(root, cb);
+    int ret = SpecialDeliverDeletion(root);
     bscJSON_Delete(root);
     return ret;
 }
@@ -189,18 +187,14 @@ static char *SpecialPrintDelResults(const SpecialDelBlock *block, unsigned int c
 
 int GenJson_Trusteeship_Proc(noltDevSDK_Shadow_value_t *pValue,
                              noltDevSDK_Shadow_GenValue_Param_S *pstParam) {
-    noltDevSDK_special_callback *cb = GetSpecialCallback();
-    if (cb->get_runtime_info == NULL) {
+    void *data = NULL;
+    int ret = 0;
+    if (!SpecialAppRuntimeInfo(NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP, &data, 0, &ret)) {
         noltdev_debug(LOG_ERROR, "Error, Special domain:get_runtime_info is NULL.\n");
         return -1;
     }
-    noltDevSDK_special_runtime_info info;
-    info.type = NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP;
-    info.data = NULL;
-    info.len = 0;
-    int ret = cb->get_runtime_info(&info);
     /* the application allocated the block; from here every path frees it */
-    SpecialDelBlock *block = static_cast<SpecialDelBlock *>(info.data);
+    SpecialDelBlock *block = static_cast<SpecialDelBlock *>(data);
     if (ret != 0) {
         noltdev_debug(LOG_ERROR, "Failed to GenJson_Trusteeship_Proc, get_runtime_info type:%d\n",
                       NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP);

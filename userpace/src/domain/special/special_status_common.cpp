@@ -9,6 +9,7 @@
 #include "log_ctrl.h"
 #include "noltdev_sdk_kernel_struct.h"
 #include "special.h"
+#include "special_app.h"
 #include "special_bus.h"
 #include "special_json.h"
 
@@ -16,19 +17,17 @@ const char g_special_status_version[] = SPECIAL_CMD_VERSION;
 
 bool SpecialStatusAsk(int runtime_type, void *record, size_t size, int *verdict, int selector) {
     *verdict = 0;
-    noltDevSDK_special_callback *cb = GetSpecialCallback();
-    if (cb->get_runtime_info == NULL) {
+    if (GetSpecialCallback()->get_runtime_info == NULL) {
         return false;
     }
     memset(record, 0, size);
     if (selector != 0) {
         memcpy(record, &selector, sizeof selector);
     }
-    noltDevSDK_special_runtime_info info;
-    info.type = runtime_type;
-    info.data = record;
-    info.len = static_cast<int>(size);
-    int rc = cb->get_runtime_info(&info);
+    int rc = 0;
+    if (!SpecialAppRuntimeInfo(runtime_type, &record, size, &rc)) {
+        return false;
+    }
     if (rc == 0) {
         return true;
     }
