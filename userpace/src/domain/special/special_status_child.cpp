@@ -12,7 +12,8 @@
 #include "special_bus.h"
 #include "special_clock.h"
 #include "special_status.h"
-#include "special_status_common.h"
+#include "special_status_detect.h"
+#include "special_status_report.h"
 
 /* The module offers the application room for this many child devices. */
 static const int kChildren = 8;

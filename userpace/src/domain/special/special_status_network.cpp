@@ -12,7 +12,8 @@
 #include "special.h"
 #include "special_clock.h"
 #include "special_status.h"
-#include "special_status_common.h"
+#include "special_status_detect.h"
+#include "special_status_report.h"
 
 /* At most this many mapped-port reports go out in the hour that starts with the first. */
 static const int kPortReportsPerPeriod = 100;

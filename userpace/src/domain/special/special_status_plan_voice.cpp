@@ -9,7 +9,8 @@
 #include "noltdev_sdk_kernel_struct.h"
 #include "special_platform_keys.h"
 #include "special_status.h"
-#include "special_status_common.h"
+#include "special_status_detect.h"
+#include "special_status_report.h"
 
 static noltDevSDK_special_plan g_battery_work_mode_plan;
 /* zero-filled at build time (no flash for 9.5 KB) and put in its not-seen state, num -1,

@@ -5,8 +5,8 @@
 #include "noltDevSDK_report_status.h"
 #include "noltDevSDK_special_protocol.h"
 #include "special.h"
+#include "special_capacity.h"
 #include "special_status.h"
-#include "special_status_common.h"
 
 namespace {
 struct StatusItem {

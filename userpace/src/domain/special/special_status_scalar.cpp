@@ -12,7 +12,8 @@
 #include "special_bus.h"
 #include "special_platform_keys.h"
 #include "special_status.h"
-#include "special_status_common.h"
+#include "special_status_detect.h"
+#include "special_status_report.h"
 
 static int g_key_value[1] = {-1};
 static int linkage_mode_status = -1;

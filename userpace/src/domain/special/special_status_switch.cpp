@@ -8,7 +8,8 @@
 #include "special.h"
 #include "special_platform_keys.h"
 #include "special_status.h"
-#include "special_status_common.h"
+#include "special_status_detect.h"
+#include "special_status_report.h"
 
 typedef noltDevSDK_special_switch_enable SwitchRecord;
 

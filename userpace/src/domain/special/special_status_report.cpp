@@ -1,6 +1,5 @@
-/* The shared machinery of the status items: the runtime-info question, change
- * detection against a cache, reset, and the report skeleton. */
-#include "special_status_common.h"
+/* The report skeleton of the status items and the bodies they share. */
+#include "special_status_report.h"
 
 #include <stdio.h>
 #include <string.h>
@@ -9,60 +8,10 @@
 #include "log_ctrl.h"
 #include "noltdev_sdk_kernel_struct.h"
 #include "special.h"
-#include "special_app.h"
 #include "special_bus.h"
 #include "special_json.h"
 
 const char g_special_status_version[] = SPECIAL_CMD_VERSION;
-
-bool SpecialStatusAsk(int runtime_type, void *record, size_t size, int *verdict, int selector) {
-    *verdict = 0;
-    if (GetSpecialCallback()->get_runtime_info == NULL) {
-        return false;
-    }
-    memset(record, 0, size);
-    if (selector != 0) {
-        memcpy(record, &selector, sizeof selector);
-    }
-    int rc = 0;
-    if (!SpecialAppRuntimeInfo(runtime_type, &record, size, &rc)) {
-        return false;
-    }
-    if (rc == 0) {
-        return true;
-    }
-    /* the application's codes keep their meaning in the low twelve bits: 4 is "not supported" */
-    *verdict = (rc & 0xFFF) == 4 ? -1 : 0;
-    return false;
-}
-
-int SpecialStatusKeep(const SpecialWatch &watch, const void *record) {
-    const unsigned char *fresh = static_cast<const unsigned char *>(record) + watch.offset;
-    if (memcmp(fresh, watch.cache, watch.size) == 0) {
-        return 0;
-    }
-    memcpy(watch.cache, fresh, watch.size);
-    if (watch.change_log != NULL) {
-        noltdev_debug(watch.log_level, "%s", watch.change_log);
-    }
-    return 1;
-}
-
-int SpecialStatusReset(const SpecialWatch &watch) {
-    static const int not_seen = -1;
-    memset(watch.cache, 0, watch.size);
-    for (int i = 0; i < watch.not_seen_words; i++) {
-        memcpy(static_cast<char *>(watch.cache) + i * sizeof(int), &not_seen, sizeof not_seen);
-    }
-    return 0;
-}
-
-int SpecialStatusBound(int count, int capacity) {
-    if (count < 0) {
-        return 0;
-    }
-    return count < capacity ? count : capacity;
-}
 
 void SpecialStatusStart(CMarkupSTL *doc, int flags) {
     noltdev_xml_init_req(*doc);

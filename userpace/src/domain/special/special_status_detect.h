@@ -1,15 +1,13 @@
-/* What every status item shares: asking the application for a record, the change
- * detector over the watched part of that record, the reset to the not-seen value, and
- * the report skeleton (request envelope, "DevSerial", "Authorization", body, sequence
- * number, send). The items themselves are thin definitions over these. */
-#ifndef SPECIAL_STATUS_COMMON_H
-#define SPECIAL_STATUS_COMMON_H
+/* Change detection of the status items: how an item watches its record, asking the
+ * application for a fresh record, comparing the watched bytes with the module's cache,
+ * the reset to the not-seen value, and the trio macro that makes an item's detector,
+ * report and reset thin calls over its descriptor. Used from the report-status thread. */
+#ifndef SPECIAL_STATUS_DETECT_H
+#define SPECIAL_STATUS_DETECT_H
 
 #include <stddef.h>
 
-#include "bscJSON.h"
 #include "log_ctrl.h"
-#include "markupstl.h"
 #include "special_capacity.h"
 
 /* How a change detector watches one item. */
@@ -83,57 +81,5 @@ struct SpecialResetAtLoad {
 
 /* A count from the application, trusted as it is, limited to the entries that exist. */
 int SpecialStatusBound(int count, int capacity);
-
-/* ---- the report skeleton ---------------------------------------------------------- */
-
-/* Adds a report's body to doc, positioned inside the request after the envelope.
- * True to send; false sends nothing and makes *result the report's result. */
-typedef bool (*SpecialReportBody)(CMarkupSTL *doc, const void *ctx, int *result);
-
-/* For a body that gives up: logs line (when not NULL) at the error level, makes the
- * report's result -1 and returns false, so nothing is sent. */
-bool SpecialStatusGiveUp(int *result, const char *line);
-
-enum {
-    kSpecialReportSerial = 1,    /* "DevSerial" before "Authorization" */
-    kSpecialReportSequenced = 2, /* the next sequence number; without it 0 */
-    kSpecialReportUsual = kSpecialReportSerial | kSpecialReportSequenced
-};
-
-/* Request skeleton, then "DevSerial" (with kSpecialReportSerial) and "Authorization". */
-void SpecialStatusStart(CMarkupSTL *doc, int flags);
-/* Sends a device-initiated report with this sequence number; the send path's result. */
-int SpecialStatusSend(const CMarkupSTL &doc, int cmd, unsigned int seq);
-/* The whole skeleton: start, body, sequence number, send. */
-int SpecialStatusReport(int cmd, SpecialReportBody body, const void *ctx, int flags = kSpecialReportUsual);
-
-/* Adds "Status" with the attributes "Type" and, when value is not NULL, "Value". */
-void SpecialStatusAddStatus(CMarkupSTL *doc, const char *type, const char *value);
-/* One member of a JSON object: a string when text is not NULL, else the number. */
-struct SpecialJsonMember {
-    const char *key;
-    const char *text;
-    int number;
-};
-/* An object of these members in this order; NULL when cJSON fails. */
-bscJSON *SpecialStatusJsonObject(const SpecialJsonMember *members, size_t count);
-/* Sets the "Value" of the main element to the object of these members, printed
- * formatted or compact. When cJSON fails it gives up (see SpecialStatusGiveUp) with
- * create_fail or print_fail as the log line. */
-bool SpecialStatusJsonValue(CMarkupSTL *doc, const SpecialJsonMember *members, size_t count, bool formatted,
-                            const char *create_fail, const char *print_fail, int *result);
-/* Prints obj (formatted or compact) into the "Value" attribute of the main element and
- * deletes obj; false, and no "Value", when printing failed. */
-bool SpecialStatusSetJsonValue(CMarkupSTL *doc, bscJSON *obj, bool formatted);
-/* A key-value status report: "Status" with "Type" and "Value", as a key-value report. */
-int SpecialStatusReportValue(const char *type, const char *value);
-int SpecialStatusReportInt(const char *type, int value);
-
-/* Loads the formatted text of obj as the whole document (the platform takes JSON there
- * where other commands carry XML) and deletes obj. False when printing failed. */
-bool SpecialStatusJsonDocument(CMarkupSTL *doc, bscJSON *obj);
-
-/* The version text every report carries; its address also appears in one log line. */
-extern const char g_special_status_version[];
 
 #endif
