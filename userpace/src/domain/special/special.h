@@ -16,33 +16,6 @@ void SpecialSetCallback(const noltDevSDK_special_callback *cb);
 /* The stored callbacks (never NULL; the pointers inside may be). */
 noltDevSDK_special_callback *GetSpecialCallback(void);
 
-/* ---- platform request handlers --------------------------------------------------- */
-
-int SpecialSetSwitchEnableReq(CMarkupSTL *req, CMarkupSTL *rsp);
-int SetFlowCountInfoReq(CMarkupSTL *req, CMarkupSTL *rsp);
-
-/* The block a custom-voice request hands to its worker thread. */
-typedef struct special_custom_voice_ifno {
-    int seq;
-    int index;
-    int type;
-    char name[64];
-    char url[512];
-    int customVoice;
-} special_custom_voice_ifno;
-
-int SpecialSetCustomVoiceReq(CMarkupSTL *req, CMarkupSTL *rsp);
-void *SpecialSetCustomVoiceRsp(void *arg);
-
-int SpecialSetLinkageModeStatusReq(CMarkupSTL *req, CMarkupSTL *rsp);
-int SpecialWakeReq(CMarkupSTL *req, CMarkupSTL *rsp);
-int SetDelaySleepReq(CMarkupSTL *req, CMarkupSTL *rsp);
-int SpecialProwlDriveOutReq(CMarkupSTL *req, CMarkupSTL *rsp);
-int SpecialSetKeyValueReq(CMarkupSTL *req, CMarkupSTL *rsp);
-int SpecialSetDevPlanReq(CMarkupSTL *req, CMarkupSTL *rsp);
-int SpecialQueryVoddnsMappedPortRsp(CMarkupSTL *req, CMarkupSTL *rsp);
-int SpecialUnbindUserRsp(const char *text);
-
 /* ---- device-initiated requests ---------------------------------------------------- */
 
 int SpecialUnbindUserReq(void);

@@ -9,6 +9,7 @@
 #include "special.h"
 #include "special_bus.h"
 #include "special_handler_util.h"
+#include "special_handlers.h"
 
 /* The device status an answer's result stands for; false for a result that is dropped. */
 static bool VoddnsStatusFromResult(int result, int *status) {

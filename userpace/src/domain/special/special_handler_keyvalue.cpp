@@ -11,6 +11,7 @@
 #include "special.h"
 #include "special_bus.h"
 #include "special_handler_util.h"
+#include "special_handlers.h"
 #include "special_platform_keys.h"
 
 namespace {

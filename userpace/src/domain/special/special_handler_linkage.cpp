@@ -9,6 +9,7 @@
 #include "special.h"
 #include "special_bus.h"
 #include "special_handler_util.h"
+#include "special_handlers.h"
 #include "special_json.h"
 
 int SpecialSetLinkageModeStatusReq(CMarkupSTL *req, CMarkupSTL *rsp) {

@@ -12,6 +12,7 @@
 #include "special_bus.h"
 #include "special_capacity.h"
 #include "special_handler_util.h"
+#include "special_handlers.h"
 #include "special_platform_keys.h"
 
 /* Fills one segment from a "Plan" element (the main element). */

@@ -6,6 +6,7 @@
 #include "special.h"
 #include "special_bus.h"
 #include "special_handler_util.h"
+#include "special_handlers.h"
 #include "special_platform_keys.h"
 
 /* The platform numbers its switches; the application sees the module's own enum. */

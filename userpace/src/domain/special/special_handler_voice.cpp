@@ -10,6 +10,21 @@
 #include "special.h"
 #include "special_bus.h"
 #include "special_handler_util.h"
+#include "special_handlers.h"
+
+namespace {
+/* The block a custom-voice request hands to its worker thread. */
+struct special_custom_voice_ifno {
+    int seq;
+    int index;
+    int type;
+    char name[64];
+    char url[512];
+    int customVoice;
+};
+} // namespace
+
+static void *SpecialSetCustomVoiceRsp(void *arg);
 
 int SpecialSetCustomVoiceReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp; /* the worker answers; the frame sends nothing for this command */
@@ -56,7 +71,7 @@ static int VoiceResultCode(int rc) {
     }
 }
 
-void *SpecialSetCustomVoiceRsp(void *arg) {
+static void *SpecialSetCustomVoiceRsp(void *arg) {
     special_custom_voice_ifno *info = static_cast<special_custom_voice_ifno *>(arg);
     if (info == NULL) {
         noltdev_debug(LOG_ERROR, "SpecialSetCustomVoiceRsp arg is not valid\n");

@@ -3,6 +3,7 @@
 
 #include "consts.h"
 #include "special.h"
+#include "special_handlers.h"
 #include "special_routes.h"
 
 static const special_route kSpecialRoutes[] = {
