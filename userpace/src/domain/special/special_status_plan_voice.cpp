@@ -9,8 +9,7 @@
 #include "noltdev_sdk_kernel_struct.h"
 #include "special_platform_keys.h"
 #include "special_status.h"
-#include "special_status_detect.h"
-#include "special_status_report.h"
+#include "special_status_item.h"
 
 static noltDevSDK_special_plan g_battery_work_mode_plan;
 /* zero-filled at build time (no flash for 9.5 KB) and put in its not-seen state, num -1,
@@ -19,9 +18,12 @@ static noltDevSDK_special_custom_voice_infos g_custom_voice_infos;
 
 /* ---- work-mode plan -------------------------------------------------------------------- */
 
-static const SpecialWatch kPlan =
+static bool PlanBody(CMarkupSTL *doc, const void *, int *);
+/* the plan report carries no "DevSerial" */
+static const SpecialStatusItem kPlan = {
     SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN, g_battery_work_mode_plan, 3, LOG_DEBUG,
-                         "special work mode plan IsChanged\n");
+                         "special work mode plan IsChanged\n"),
+    kPu2CenPltReportDevicePlanReq, PlanBody, kSpecialReportSequenced, "start to report Work Mode plan\n"};
 
 static bool SegmentIsSet(const noltDevSDK_special_work_mode_time_segment &segment) {
     return segment.begin != 0 || segment.end != 0;
@@ -80,27 +82,18 @@ static bool PlanBody(CMarkupSTL *doc, const void *, int *) {
     return true;
 }
 
-int SpecialBatteryWorkModePlanIsChanged(void) {
-    return SpecialStatusDetect<noltDevSDK_special_plan>(kPlan);
-}
-
-int SpecialReportBatteryWorkModePlan(int) {
-    noltdev_debug(LOG_DEBUG, "start to report Work Mode plan\n");
-    /* the plan report carries no "DevSerial" */
-    return SpecialStatusReport(kPu2CenPltReportDevicePlanReq, PlanBody, NULL, kSpecialReportSequenced);
-}
-
-int SpecialBatteryWorkModePlanReset(void) {
-    return SpecialStatusReset(kPlan);
-}
+SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_plan, SpecialBatteryWorkModePlanIsChanged,
+                       SpecialReportBatteryWorkModePlan, SpecialBatteryWorkModePlanReset, kPlan, NULL)
 
 /* ---- custom voices: a JSON array under the key-value report ----------------------------- */
 
-static const SpecialWatch kCustomVoice =
+static bool CustomVoiceBody(CMarkupSTL *doc, const void *, int *result);
+static const SpecialStatusItem kCustomVoice = {
     SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_CUSTOM_VOICE_INFOS, g_custom_voice_infos, 1, LOG_ERROR,
-                         "custom voice status is changed\n");
+                         "custom voice status is changed\n"),
+    kPu2CenPltReportKeyValueReq, CustomVoiceBody, kSpecialReportUsual, NULL};
 
-static const SpecialResetAtLoad g_custom_voice_load(kCustomVoice);
+static const SpecialResetAtLoad g_custom_voice_load(kCustomVoice.watch);
 
 static void TidyCustomVoices(noltDevSDK_special_custom_voice_infos *infos) {
     for (int i = 0; i < kSpecialVoices; i++) {
@@ -141,14 +134,5 @@ static bool CustomVoiceBody(CMarkupSTL *doc, const void *, int *result) {
     return true;
 }
 
-int SpecialCustomVoiceIsChanged(void) {
-    return SpecialStatusDetect<noltDevSDK_special_custom_voice_infos>(kCustomVoice, TidyCustomVoices);
-}
-
-int SpecialReportCustomVoice(int) {
-    return SpecialStatusReport(kPu2CenPltReportKeyValueReq, CustomVoiceBody, NULL);
-}
-
-int SpecialCustomVoiceReset(void) {
-    return SpecialStatusReset(kCustomVoice);
-}
+SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_custom_voice_infos, SpecialCustomVoiceIsChanged,
+                       SpecialReportCustomVoice, SpecialCustomVoiceReset, kCustomVoice, TidyCustomVoices)

@@ -1,6 +1,8 @@
 /* The report skeleton of the status items and the bodies they share. */
 #include "special_status_report.h"
 
+#include "special_status_item.h"
+
 #include <stdio.h>
 #include <string.h>
 
@@ -34,6 +36,13 @@ int SpecialStatusReport(int cmd, SpecialReportBody body, const void *ctx, int fl
     }
     unsigned int seq = (flags & kSpecialReportSequenced) != 0 ? GetNextSeqNum() : 0;
     return SpecialStatusSend(doc, cmd, seq);
+}
+
+int SpecialStatusReportItem(const SpecialStatusItem &item) {
+    if (item.entry_log != NULL) {
+        noltdev_debug(LOG_DEBUG, "%s", item.entry_log);
+    }
+    return SpecialStatusReport(item.cmd, item.body, &item, item.flags);
 }
 
 bool SpecialStatusGiveUp(int *result, const char *line) {

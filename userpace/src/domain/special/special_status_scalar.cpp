@@ -12,8 +12,7 @@
 #include "special_bus.h"
 #include "special_platform_keys.h"
 #include "special_status.h"
-#include "special_status_detect.h"
-#include "special_status_report.h"
+#include "special_status_item.h"
 
 static int g_key_value[1] = {-1};
 static int linkage_mode_status = -1;
@@ -102,8 +101,11 @@ int SpecialBateryWorkStatusReset(void) {
 
 /* ---- ring type: compact JSON ------------------------------------------------------------ */
 
-static const SpecialWatch kRingType = SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND, g_ring_type,
-                                                           0, LOG_ERROR, "ring type changed\n");
+static bool RingTypeBody(CMarkupSTL *doc, const void *, int *result);
+static const SpecialStatusItem kRingType = {
+    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND, g_ring_type, 0, LOG_ERROR,
+                         "ring type changed\n"),
+    kPu2CenPltReportKeyValueReq, RingTypeBody, kSpecialReportUsual, NULL};
 
 static bool RingTypeBody(CMarkupSTL *doc, const void *, int *result) {
     const SpecialJsonMember members[] = {{"Type", NULL, g_ring_type.type},
@@ -115,15 +117,8 @@ static bool RingTypeBody(CMarkupSTL *doc, const void *, int *result) {
                                   "[SpecialReportRingType ]convert json to string faild\n", result);
 }
 
-int SpecialRingTypeIsChanged(void) {
-    return SpecialStatusDetect<noltDevSDK_special_ring_type>(kRingType);
-}
-int SpecialReportRingType(int) {
-    return SpecialStatusReport(kPu2CenPltReportKeyValueReq, RingTypeBody, NULL);
-}
-int SpecialRingTypeReset(void) {
-    return SpecialStatusReset(kRingType);
-}
+SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_ring_type, SpecialRingTypeIsChanged, SpecialReportRingType,
+                       SpecialRingTypeReset, kRingType, NULL)
 
 /* ---- speaker configuration: each field watched and logged by itself ---------------------- */
 

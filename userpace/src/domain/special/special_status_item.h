@@ -1,0 +1,34 @@
+/* One status item as a descriptor: its read (what is asked of the application and which
+ * bytes are watched), its report's command, body builder and flags, and the line logged
+ * on each report. The item's trio is made over the descriptor by one macro. */
+#ifndef SPECIAL_STATUS_ITEM_H
+#define SPECIAL_STATUS_ITEM_H
+
+#include "special_status_detect.h"
+#include "special_status_report.h"
+
+struct SpecialStatusItem {
+    SpecialWatch watch;     /* the read */
+    int cmd;                /* the report's command */
+    SpecialReportBody body; /* fills the report's body; its ctx is the item */
+    int flags;              /* kSpecialReport* of the skeleton */
+    const char *entry_log;  /* logged at the debug level on every report; NULL logs nothing */
+};
+
+/* Sends the item's report through the skeleton; the skeleton's result. */
+int SpecialStatusReportItem(const SpecialStatusItem &item);
+
+/* Defines the trio of a described item: the common detector over a Record (tidy, a
+ * function or NULL, terminates the record's texts), the item's report, the reset. */
+#define SPECIAL_DESCRIBED_TRIO(Record, is_changed, report, reset, item, tidy)                                \
+    int is_changed(void) {                                                                                   \
+        return SpecialStatusDetect<Record>((item).watch, tidy);                                              \
+    }                                                                                                        \
+    int report(int) {                                                                                        \
+        return SpecialStatusReportItem(item);                                                                \
+    }                                                                                                        \
+    int reset(void) {                                                                                        \
+        return SpecialStatusReset((item).watch);                                                             \
+    }
+
+#endif
