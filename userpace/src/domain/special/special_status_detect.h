@@ -54,11 +54,12 @@ template <class T> int SpecialStatusDetect(const SpecialWatch &watch, void (*tid
     return SpecialStatusKeep(watch, &record);
 }
 
-/* Defines the trio of an item of a family as thin calls over the item's descriptor (which
- * holds its watch): the common detector over a Record, the family's report, the reset. */
-#define SPECIAL_STATUS_TRIO(Record, is_changed, report, reset, item, report_item)                            \
+/* Defines the trio of an item as thin calls over the item's descriptor (which holds its
+ * watch): the common detector over a Record (tidy, a function or NULL, terminates the
+ * record's texts), the report report_item(item), the reset. */
+#define SPECIAL_STATUS_TRIO_TIDY(Record, is_changed, report, reset, item, report_item, tidy)                 \
     int is_changed(void) {                                                                                   \
-        return SpecialStatusDetect<Record>((item).watch);                                                    \
+        return SpecialStatusDetect<Record>((item).watch, tidy);                                              \
     }                                                                                                        \
     int report(int) {                                                                                        \
         return report_item(item);                                                                            \
@@ -66,6 +67,9 @@ template <class T> int SpecialStatusDetect(const SpecialWatch &watch, void (*tid
     int reset(void) {                                                                                        \
         return SpecialStatusReset((item).watch);                                                             \
     }
+/* The same for a family of items whose records need no tidying. */
+#define SPECIAL_STATUS_TRIO(Record, is_changed, report, reset, item, report_item)                            \
+    SPECIAL_STATUS_TRIO_TIDY(Record, is_changed, report, reset, item, report_item, NULL)
 
 /* Puts the cache back to its not-seen value; returns 0. */
 int SpecialStatusReset(const SpecialWatch &watch);

@@ -18,17 +18,8 @@ struct SpecialStatusItem {
 /* Sends the item's report through the skeleton; the skeleton's result. */
 int SpecialStatusReportItem(const SpecialStatusItem &item);
 
-/* Defines the trio of a described item: the common detector over a Record (tidy, a
- * function or NULL, terminates the record's texts), the item's report, the reset. */
+/* Defines the trio of a described item over its descriptor (see SPECIAL_STATUS_TRIO_TIDY). */
 #define SPECIAL_DESCRIBED_TRIO(Record, is_changed, report, reset, item, tidy)                                \
-    int is_changed(void) {                                                                                   \
-        return SpecialStatusDetect<Record>((item).watch, tidy);                                              \
-    }                                                                                                        \
-    int report(int) {                                                                                        \
-        return SpecialStatusReportItem(item);                                                                \
-    }                                                                                                        \
-    int reset(void) {                                                                                        \
-        return SpecialStatusReset((item).watch);                                                             \
-    }
+    SPECIAL_STATUS_TRIO_TIDY(Record, is_changed, report, reset, item, SpecialStatusReportItem, tidy)
 
 #endif
