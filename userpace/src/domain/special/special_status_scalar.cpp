@@ -79,25 +79,22 @@ SPECIAL_STATUS_TRIO(noltDevSDK_special_one_click_mute, SpecialOneClickMuteIsChan
 
 /* ---- battery work status: a hand-made JSON text ------------------------------------- */
 
-static const SpecialWatch kWorkStatus =
-    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS, g_battery_workstatus, 0, LOG_ERROR,
-                         "work status is changed\n");
-
-int SpecialBatteryWorkStatusIsChanged(void) {
-    return SpecialStatusDetect<noltDevSDK_special_battery_workstatus>(kWorkStatus);
-}
-
-int SpecialReportBateryWorkStatus(int) {
+static bool WorkStatusBody(CMarkupSTL *doc, const void *, int *) {
     char text[256];
     snprintf(text, sizeof text, "{\"KeepAlive\":%d,\"WorkTime\":%d,\"SpecialBusiness\":%d}",
              g_battery_workstatus.keep_alive, g_battery_workstatus.work_time,
              g_battery_workstatus.special_business);
-    return SpecialStatusReportValue("Battery_WorkStatus", text);
+    SpecialStatusAddStatus(doc, "Battery_WorkStatus", text);
+    return true;
 }
 
-int SpecialBateryWorkStatusReset(void) {
-    return SpecialStatusReset(kWorkStatus);
-}
+static const SpecialStatusItem kWorkStatus = {
+    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS, g_battery_workstatus, 0, LOG_ERROR,
+                         "work status is changed\n"),
+    kPu2CenPltReportKeyValueReq, WorkStatusBody, kSpecialReportUsual, NULL};
+
+SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_battery_workstatus, SpecialBatteryWorkStatusIsChanged,
+                       SpecialReportBateryWorkStatus, SpecialBateryWorkStatusReset, kWorkStatus, NULL)
 
 /* ---- ring type: compact JSON ------------------------------------------------------------ */
 
