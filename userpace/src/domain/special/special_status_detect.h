@@ -67,9 +67,6 @@ template <class T> int SpecialStatusDetect(const SpecialWatch &watch, void (*tid
     int reset(void) {                                                                                        \
         return SpecialStatusReset((item).watch);                                                             \
     }
-/* The same for a family of items whose records need no tidying. */
-#define SPECIAL_STATUS_TRIO(Record, is_changed, report, reset, item, report_item)                            \
-    SPECIAL_STATUS_TRIO_TIDY(Record, is_changed, report, reset, item, report_item, NULL)
 
 /* Puts the cache back to its not-seen value; returns 0. */
 int SpecialStatusReset(const SpecialWatch &watch);

@@ -42,7 +42,18 @@ int SpecialStatusReportItem(const SpecialStatusItem &item) {
     if (item.entry_log != NULL) {
         noltdev_debug(LOG_DEBUG, "%s", item.entry_log);
     }
+    if ((item.flags & kSpecialReportNeedsApp) != 0 && GetSpecialCallback()->get_runtime_info == NULL) {
+        return -1;
+    }
     return SpecialStatusReport(item.cmd, item.body, &item, item.flags);
+}
+
+bool SpecialStatusKeyValueBody(CMarkupSTL *doc, const void *ctx, int *) {
+    const SpecialStatusItem *item = static_cast<const SpecialStatusItem *>(ctx);
+    char text[16];
+    snprintf(text, sizeof text, "%d", *static_cast<const int *>(item->watch.cache));
+    SpecialStatusAddStatus(doc, item->key, text);
+    return true;
 }
 
 bool SpecialStatusGiveUp(int *result, const char *line) {
@@ -94,30 +105,6 @@ bool SpecialStatusJsonValue(CMarkupSTL *doc, const SpecialJsonMember *members, s
         return SpecialStatusGiveUp(result, print_fail);
     }
     return true;
-}
-
-namespace {
-struct StatusValue {
-    const char *type;
-    const char *value;
-};
-} // namespace
-
-static bool StatusValueBody(CMarkupSTL *doc, const void *ctx, int *) {
-    const StatusValue *status = static_cast<const StatusValue *>(ctx);
-    SpecialStatusAddStatus(doc, status->type, status->value);
-    return true;
-}
-
-int SpecialStatusReportValue(const char *type, const char *value) {
-    StatusValue status = {type, value};
-    return SpecialStatusReport(kPu2CenPltReportKeyValueReq, StatusValueBody, &status);
-}
-
-int SpecialStatusReportInt(const char *type, int value) {
-    char text[16];
-    snprintf(text, sizeof text, "%d", value);
-    return SpecialStatusReportValue(type, text);
 }
 
 bool SpecialStatusJsonDocument(CMarkupSTL *doc, bscJSON *obj) {

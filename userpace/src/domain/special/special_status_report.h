@@ -48,9 +48,6 @@ bool SpecialStatusJsonValue(CMarkupSTL *doc, const SpecialJsonMember *members, s
 /* Prints obj (formatted or compact) into the "Value" attribute of the main element and
  * deletes obj; false, and no "Value", when printing failed. */
 bool SpecialStatusSetJsonValue(CMarkupSTL *doc, bscJSON *obj, bool formatted);
-/* A key-value status report: "Status" with "Type" and "Value", as a key-value report. */
-int SpecialStatusReportValue(const char *type, const char *value);
-int SpecialStatusReportInt(const char *type, int value);
 
 /* Loads the formatted text of obj as the whole document (the platform takes JSON there
  * where other commands carry XML) and deletes obj. False when printing failed. */

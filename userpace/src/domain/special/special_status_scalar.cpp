@@ -28,54 +28,44 @@ static noltDevSDK_special_speaker_config g_speaker_config = {-1, -1, -1, -1};
 
 /* ---- the key-value family: one int sent as "Status" Type/Value ---------------------- */
 
-namespace {
-struct KeyValueItem {
-    SpecialWatch watch;
-    const char *status_type; /* the platform's setting key */
-};
-} // namespace
+/* One key-value item: its int watch, sent as "Status" with its key. */
+#define KEY_VALUE_ITEM(runtime_type, Record, field, cache, change_log, key)                                  \
+    {                                                                                                        \
+        SPECIAL_INT_WATCH(runtime_type, 0, Record, field, cache, change_log), kPu2CenPltReportKeyValueReq,   \
+            SpecialStatusKeyValueBody, kSpecialReportUsual, NULL, key, 0                                     \
+    }
 
-static const KeyValueItem kICR = {SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_KEY_VALUE, 0,
-                                                    noltDevSDK_special_key_value, value, g_key_value[0],
-                                                    "ICR CHANGED\n"),
-                                  "ICR"};
-static const KeyValueItem kLinkage = {
-    SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_LINKAGE_MODE_STATUS, 0, noltDevSDK_linkage_mode_status,
-                      enable, linkage_mode_status, "linkage_mode_status is changed\n"),
-    "Route_LinkageStatus"};
-static const KeyValueItem kWorkMode = {SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_MODE, 0,
-                                                         noltDevSDK_special_battery_work_mode, mode,
-                                                         g_battery_work_mode.mode, "work mode is changed\n"),
-                                       SPECIAL_KEY_BATTERY_WORK_MODE};
-static const KeyValueItem kNetWorkMode = {
-    SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_NET_WORK_MODE, 0, noltDevSDK_special_net_work_mode, mode,
-                      g_net_work_mode.mode, "net work mode is changed\n"),
-    SPECIAL_KEY_NETWORK_MODE};
-static const KeyValueItem kOneClickMute = {
-    SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_ONE_CLICK_MUTE, 0, noltDevSDK_special_one_click_mute,
-                      enable, g_one_click_mute.enable, "one click mute is changed\n"),
-    SPECIAL_KEY_ONE_CLICK_MUTE};
+static const SpecialStatusItem kICR =
+    KEY_VALUE_ITEM(NOLTDEVSDK_SPECIAL_ON_GET_KEY_VALUE, noltDevSDK_special_key_value, value, g_key_value[0],
+                   "ICR CHANGED\n", "ICR");
+static const SpecialStatusItem kLinkage =
+    KEY_VALUE_ITEM(NOLTDEVSDK_SPECIAL_ON_GET_LINKAGE_MODE_STATUS, noltDevSDK_linkage_mode_status, enable,
+                   linkage_mode_status, "linkage_mode_status is changed\n", "Route_LinkageStatus");
+static const SpecialStatusItem kWorkMode =
+    KEY_VALUE_ITEM(NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_MODE, noltDevSDK_special_battery_work_mode, mode,
+                   g_battery_work_mode.mode, "work mode is changed\n", SPECIAL_KEY_BATTERY_WORK_MODE);
+static const SpecialStatusItem kNetWorkMode =
+    KEY_VALUE_ITEM(NOLTDEVSDK_SPECIAL_ON_GET_NET_WORK_MODE, noltDevSDK_special_net_work_mode, mode,
+                   g_net_work_mode.mode, "net work mode is changed\n", SPECIAL_KEY_NETWORK_MODE);
+static const SpecialStatusItem kOneClickMute = KEY_VALUE_ITEM(
+    NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_ONE_CLICK_MUTE, noltDevSDK_special_one_click_mute, enable,
+    g_one_click_mute.enable, "one click mute is changed\n", SPECIAL_KEY_ONE_CLICK_MUTE);
 
-static int ReportKeyValueItem(const KeyValueItem &item) {
-    return SpecialStatusReportInt(item.status_type, *static_cast<const int *>(item.watch.cache));
-}
-
-SPECIAL_STATUS_TRIO(noltDevSDK_special_key_value, SpecialICRIsChanged, SpecialReportKeyValue,
-                    SpecialKeyValueReset, kICR, ReportKeyValueItem)
+SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_key_value, SpecialICRIsChanged, SpecialReportKeyValue,
+                       SpecialKeyValueReset, kICR, NULL)
 
 /* only the enable value is watched; the time and serials the application fills are not */
-SPECIAL_STATUS_TRIO(noltDevSDK_linkage_mode_status, SpecialLinkageModeStatusIsChanged,
-                    SpecialReportLinkageModeStatus, SpecialLinkageModeStatusReset, kLinkage,
-                    ReportKeyValueItem)
+SPECIAL_DESCRIBED_TRIO(noltDevSDK_linkage_mode_status, SpecialLinkageModeStatusIsChanged,
+                       SpecialReportLinkageModeStatus, SpecialLinkageModeStatusReset, kLinkage, NULL)
 
-SPECIAL_STATUS_TRIO(noltDevSDK_special_battery_work_mode, SpecialBatteryWorkModeIsChanged,
-                    SpecialReportBatteryWorkMode, SpecialBatteryWorkModeReset, kWorkMode, ReportKeyValueItem)
+SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_battery_work_mode, SpecialBatteryWorkModeIsChanged,
+                       SpecialReportBatteryWorkMode, SpecialBatteryWorkModeReset, kWorkMode, NULL)
 
-SPECIAL_STATUS_TRIO(noltDevSDK_special_net_work_mode, SpecialNetWorkModeIsChanged, SpecialReportNetWorkMode,
-                    SpecialNetWorkModeReset, kNetWorkMode, ReportKeyValueItem)
+SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_net_work_mode, SpecialNetWorkModeIsChanged,
+                       SpecialReportNetWorkMode, SpecialNetWorkModeReset, kNetWorkMode, NULL)
 
-SPECIAL_STATUS_TRIO(noltDevSDK_special_one_click_mute, SpecialOneClickMuteIsChanged,
-                    SpecialReportOneClickMute, SpecialOneClickMuteReset, kOneClickMute, ReportKeyValueItem)
+SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_one_click_mute, SpecialOneClickMuteIsChanged,
+                       SpecialReportOneClickMute, SpecialOneClickMuteReset, kOneClickMute, NULL)
 
 /* ---- battery work status: a hand-made JSON text ------------------------------------- */
 
@@ -91,7 +81,12 @@ static bool WorkStatusBody(CMarkupSTL *doc, const void *, int *) {
 static const SpecialStatusItem kWorkStatus = {
     SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS, g_battery_workstatus, 0, LOG_ERROR,
                          "work status is changed\n"),
-    kPu2CenPltReportKeyValueReq, WorkStatusBody, kSpecialReportUsual, NULL};
+    kPu2CenPltReportKeyValueReq,
+    WorkStatusBody,
+    kSpecialReportUsual,
+    NULL,
+    NULL,
+    0};
 
 SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_battery_workstatus, SpecialBatteryWorkStatusIsChanged,
                        SpecialReportBateryWorkStatus, SpecialBateryWorkStatusReset, kWorkStatus, NULL)
@@ -99,10 +94,15 @@ SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_battery_workstatus, SpecialBatteryWork
 /* ---- ring type: compact JSON ------------------------------------------------------------ */
 
 static bool RingTypeBody(CMarkupSTL *doc, const void *, int *result);
-static const SpecialStatusItem kRingType = {
-    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND, g_ring_type, 0, LOG_ERROR,
-                         "ring type changed\n"),
-    kPu2CenPltReportKeyValueReq, RingTypeBody, kSpecialReportUsual, NULL};
+static const SpecialStatusItem kRingType = {SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND,
+                                                                 g_ring_type, 0, LOG_ERROR,
+                                                                 "ring type changed\n"),
+                                            kPu2CenPltReportKeyValueReq,
+                                            RingTypeBody,
+                                            kSpecialReportUsual,
+                                            NULL,
+                                            NULL,
+                                            0};
 
 static bool RingTypeBody(CMarkupSTL *doc, const void *, int *result) {
     const SpecialJsonMember members[] = {{"Type", NULL, g_ring_type.type},
