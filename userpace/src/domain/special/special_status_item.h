@@ -17,6 +17,11 @@ struct SpecialStatusItem {
     int code;               /* the platform's code of a switch item, else 0 */
 };
 
+/* The descriptor of an item that is neither a key-value item nor a switch: its watch,
+ * report command, body builder, flags and entry line. */
+#define SPECIAL_STATUS_ITEM_OF(watch, cmd, body, flags, entry_log)                                           \
+    { watch, cmd, body, flags, entry_log, NULL, 0 }
+
 /* With this flag the report fails (-1, nothing sent) when the application gave no
  * get_runtime_info. */
 enum { kSpecialReportNeedsApp = 0x100 };

@@ -78,15 +78,10 @@ static bool WorkStatusBody(CMarkupSTL *doc, const void *, int *) {
     return true;
 }
 
-static const SpecialStatusItem kWorkStatus = {
+static const SpecialStatusItem kWorkStatus = SPECIAL_STATUS_ITEM_OF(
     SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS, g_battery_workstatus, 0, LOG_ERROR,
                          "work status is changed\n"),
-    kPu2CenPltReportKeyValueReq,
-    WorkStatusBody,
-    kSpecialReportUsual,
-    NULL,
-    NULL,
-    0};
+    kPu2CenPltReportKeyValueReq, WorkStatusBody, kSpecialReportUsual, NULL);
 
 SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_battery_workstatus, SpecialBatteryWorkStatusIsChanged,
                        SpecialReportBateryWorkStatus, SpecialBateryWorkStatusReset, kWorkStatus, NULL)
@@ -94,15 +89,10 @@ SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_battery_workstatus, SpecialBatteryWork
 /* ---- ring type: compact JSON ------------------------------------------------------------ */
 
 static bool RingTypeBody(CMarkupSTL *doc, const void *, int *result);
-static const SpecialStatusItem kRingType = {SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND,
-                                                                 g_ring_type, 0, LOG_ERROR,
-                                                                 "ring type changed\n"),
-                                            kPu2CenPltReportKeyValueReq,
-                                            RingTypeBody,
-                                            kSpecialReportUsual,
-                                            NULL,
-                                            NULL,
-                                            0};
+static const SpecialStatusItem kRingType =
+    SPECIAL_STATUS_ITEM_OF(SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND, g_ring_type, 0,
+                                                LOG_ERROR, "ring type changed\n"),
+                           kPu2CenPltReportKeyValueReq, RingTypeBody, kSpecialReportUsual, NULL);
 
 static bool RingTypeBody(CMarkupSTL *doc, const void *, int *result) {
     const SpecialJsonMember members[] = {{"Type", NULL, g_ring_type.type},
