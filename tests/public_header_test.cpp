@@ -5,6 +5,7 @@
 #include <ctime>
 #include <string>
 
+#include "noltDevSDK_report_status.h"
 #include "noltDevSDK_special_def.h"
 #include "noltDevSDK_special_protocol.h"
 
@@ -127,4 +128,38 @@ TEST(ProtocolHeader, VersionAndLayoutOfTheBuild) {
               NOLTDEVSDK_SPECIAL_VERSION);
     EXPECT_EQ(sizeof(time_t), size_t(NOLTDEVSDK_SPECIAL_BUILT_TIME_T_SIZE));
     EXPECT_EQ(sizeof(void *), size_t(NOLTDEVSDK_SPECIAL_BUILT_POINTER_SIZE));
+}
+
+// The application knows the items by the installed ids, the report-status service by
+// its own enum: the two must name the same numbers.
+TEST(ProtocolHeader, ItemIdsAreTheReportStatusServicesIds) {
+    const int pairs[][2] = {
+        {NOLTDEVSDK_ReportSpecialSwitchEnableFlow, NOLTDEVSDK_SPECIAL_ITEM_SWITCH_ENABLE_FLOW},
+        {NOLTDEVSDK_ReportFlowCountConfig, NOLTDEVSDK_SPECIAL_ITEM_FLOW_COUNT_CONFIG},
+        {NOLTDEVSDK_ReportSpecialKeyValue, NOLTDEVSDK_SPECIAL_ITEM_KEY_VALUE},
+        {NOLTDEVSDK_ReportPowerStatus, NOLTDEVSDK_SPECIAL_ITEM_POWER_STATUS},
+        {NOLTDEVSDK_ReportBatteryWorkStatus, NOLTDEVSDK_SPECIAL_ITEM_BATTERY_WORK_STATUS},
+        {NOLTDEVSDK_ReportCustomVoice, NOLTDEVSDK_SPECIAL_ITEM_CUSTOM_VOICE},
+        {NOLTDEVSDK_ReportLinkageModeStatus, NOLTDEVSDK_SPECIAL_ITEM_LINKAGE_MODE_STATUS},
+        {NOLTDEVSDK_ReportTrusteeship, NOLTDEVSDK_SPECIAL_ITEM_TRUSTEESHIP},
+        {NOLTDEVSDK_ReportTrusteeshipConnect, NOLTDEVSDK_SPECIAL_ITEM_TRUSTEESHIP_CONNECT},
+        {NOLTDEVSDK_ReportVoddnsMappedPort, NOLTDEVSDK_SPECIAL_ITEM_VODDNS_MAPPED_PORT},
+        {NOLTDEVSDK_ReportAssociatedDeviceConnStatus, NOLTDEVSDK_SPECIAL_ITEM_ASSOCIATED_DEVICE_CONN_STATUS},
+        {NOLTDEVSDK_ReportBatteryWorkMode, NOLTDEVSDK_SPECIAL_ITEM_BATTERY_WORK_MODE},
+        {NOLTDEVSDK_ReportSpecialSwitchEnableLingerAlarm, NOLTDEVSDK_SPECIAL_ITEM_SWITCH_ENABLE_LINGER_ALARM},
+        {NOLTDEVSDK_ReportSpecialSwitchEnableFaceRecg, NOLTDEVSDK_SPECIAL_ITEM_SWITCH_ENABLE_FACE_RECG},
+        {NOLTDEVSDK_ReportSpecialRingType, NOLTDEVSDK_SPECIAL_ITEM_RING_TYPE},
+        {NOLTDEVSDK_ReportSpecialDistortionCorrection, NOLTDEVSDK_SPECIAL_ITEM_DISTORTION_CORRECTION},
+        {NOLTDEVSDK_ReportSpecialSwitchEnableChimeIndicator,
+         NOLTDEVSDK_SPECIAL_ITEM_SWITCH_ENABLE_CHIME_INDICATOR},
+        {NOLTDEVSDK_ReportBatteryWorkModePlan, NOLTDEVSDK_SPECIAL_ITEM_BATTERY_WORK_MODE_PLAN},
+        {NOLTDEVSDK_ReportBatteryNetWorkMode, NOLTDEVSDK_SPECIAL_ITEM_NETWORK_MODE},
+        {NOLTDEVSDK_Report4GInfo, NOLTDEVSDK_SPECIAL_ITEM_4G_INFO},
+        {NOLTDEVSDK_ReportOneClickMute, NOLTDEVSDK_SPECIAL_ITEM_ONE_CLICK_MUTE},
+        {NOLTDEVSDK_ReportSpeakerConfig, NOLTDEVSDK_SPECIAL_ITEM_SPEAKER_CONFIG},
+    };
+    ASSERT_EQ(size_t(NOLTDEVSDK_SPECIAL_STATUS_ITEM_COUNT), sizeof pairs / sizeof pairs[0]);
+    for (const auto &pair : pairs) {
+        EXPECT_EQ(pair[0], pair[1]);
+    }
 }
