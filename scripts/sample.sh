@@ -51,7 +51,7 @@ if [ "$target" = armhf ]; then
     # the installed headers carry the module's layout: the other time_t is refused
     echo "== sample_app with 64-bit time_t against the installed headers ($target): refused"
     if log=$("${cc[@]}" -std=c99 -fsyntax-only -D_TIME_BITS=64 -D_FILE_OFFSET_BITS=64 -I"$stage/include" \
-        -I"$stage/include/noltdev" examples/sample_app/main.c 2>&1); then
+        -I"$stage/include/noltdev" examples/sample_app/app.c 2>&1); then
         echo "the layout guard let a 64-bit time_t application through" >&2
         exit 1
     fi
