@@ -54,6 +54,31 @@ cross_triplet() {
     esac
 }
 
+# Sets up the scripts that build an application against the module for target "$1"
+# ("host" or "armhf"): installs what is missing and sets build (the preset's build
+# directory), cc (the C compiler), cmake_args (for a separate CMake project), run (how a
+# target program is started: qemu-arm with the cross loader and its own C runtime, as
+# the toolchain file's emulator) and pc_libdir (pkg-config's system directories).
+# Fails for any other target.
+select_app_target() {
+    local root
+    root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
+    case "$1" in
+    host)
+        bash "$root/scripts/install-deps.sh"
+        build=$root/build cc=(gcc) cmake_args=() run=() pc_libdir=
+        ;;
+    armhf)
+        bash "$root/scripts/install-cross.sh" armhf
+        build=$root/build-armhf cc=(arm-linux-gnueabihf-gcc)
+        cmake_args=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchains/armhf.cmake")
+        run=(qemu-arm -L /usr/arm-linux-gnueabihf -E LD_LIBRARY_PATH=/usr/arm-linux-gnueabihf/lib)
+        pc_libdir=/usr/lib/arm-linux-gnueabihf/pkgconfig:/usr/share/pkgconfig
+        ;;
+    *) return 1 ;;
+    esac
+}
+
 # Prints the elapsed seconds since "$1" (a value of $SECONDS).
 elapsed_since() {
     echo $((SECONDS - $1))

@@ -12,24 +12,12 @@ root=$(cd "$here/.." && pwd)
 cd "$root"
 
 target=${1:-host}
-case "$target" in
-host)
-    bash scripts/install-deps.sh
-    build=$root/build
-    cmake_args=()
-    run=()
-    ;;
-armhf)
-    bash scripts/install-cross.sh armhf
-    build=$root/build-armhf
-    cmake_args=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchains/armhf.cmake")
-    run=(qemu-arm -L /usr/arm-linux-gnueabihf -E LD_LIBRARY_PATH=/usr/arm-linux-gnueabihf/lib)
-    ;;
-*)
+# shellcheck source=scripts/lib.sh
+. "$here/lib.sh"
+select_app_target "$target" || {
     echo "usage: $0 [host|armhf]" >&2
     exit 2
-    ;;
-esac
+}
 
 out=$build/qualify
 stage=$out/stage

@@ -10,29 +10,12 @@ root=$(cd "$here/.." && pwd)
 cd "$root"
 
 target=${1:-host}
-case "$target" in
-host)
-    bash scripts/install-deps.sh
-    build=$root/build
-    cc=(gcc)
-    cmake_args=()
-    run=()
-    pc_libdir=
-    ;;
-armhf)
-    bash scripts/install-cross.sh armhf
-    build=$root/build-armhf
-    cc=(arm-linux-gnueabihf-gcc)
-    cmake_args=(-DCMAKE_TOOLCHAIN_FILE="$root/cmake/toolchains/armhf.cmake")
-    # as the toolchain file's emulator: the cross loader with its own C runtime
-    run=(qemu-arm -L /usr/arm-linux-gnueabihf -E LD_LIBRARY_PATH=/usr/arm-linux-gnueabihf/lib)
-    pc_libdir=/usr/lib/arm-linux-gnueabihf/pkgconfig:/usr/share/pkgconfig
-    ;;
-*)
+# shellcheck source=scripts/lib.sh
+. "$here/lib.sh"
+select_app_target "$target" || {
     echo "usage: $0 [host|armhf]" >&2
     exit 2
-    ;;
-esac
+}
 
 stage=$build/stage
 out=$build/sample_app
