@@ -14,6 +14,8 @@
 #include <string>
 #include <vector>
 
+#include <malloc.h>
+
 #include <cjson/cJSON.h>
 
 #include "runner.h"
@@ -63,53 +65,90 @@ std::string Shape(const std::string &line) {
     return out;
 }
 
-Tally Count(const std::vector<std::string> &lines, const std::set<long> &must_answer) {
-    Tally t;
-    std::map<long, long> pending; // seq -> command
-    for (const std::string &line : lines) {
+// Tallies the transcript's JSON Lines as they are written (nothing is kept but the
+// unanswered commands), through a stdio stream of its own.
+class Counter {
+  public:
+    Counter() {
+        cookie_io_functions_t io = {nullptr, &Counter::Write, nullptr, nullptr};
+        file_ = fopencookie(this, "w", io);
+    }
+    FILE *File() { return file_; }
+    // Closes the stream and returns the tally.
+    Tally Finish(const std::set<long> &must_answer) {
+        std::fclose(file_);
+        for (const auto &p : pending_) {
+            if (must_answer.count(p.second) != 0) {
+                tally_.lost.insert(p.second);
+            }
+        }
+        return tally_;
+    }
+
+  private:
+    static ssize_t Write(void *self, const char *buf, size_t size) {
+        Counter *c = static_cast<Counter *>(self);
+        for (size_t i = 0; i < size; ++i) {
+            if (buf[i] != '\n') {
+                c->partial_ += buf[i];
+            } else {
+                c->Line(c->partial_);
+                c->partial_.clear();
+            }
+        }
+        return static_cast<ssize_t>(size);
+    }
+    void Line(const std::string &line) {
         cJSON *o = cJSON_Parse(line.c_str());
         if (o == nullptr) {
-            continue;
+            return;
         }
         std::string kind = Text(o, "kind");
         auto number = [o](const char *key) {
             return static_cast<long>(cJSON_GetNumberValue(cJSON_GetObjectItem(o, key)));
         };
         if (kind == "to_device") {
-            ++t.commands;
-            pending[number("seq")] = number("command");
+            ++tally_.commands;
+            pending_[number("seq")] = number("command");
         } else if (kind == "to_platform" && number("response") == 1) {
-            auto it = pending.find(number("seq"));
-            if (it != pending.end()) {
-                ++t.answered;
-                t.answering.insert(it->second);
-                pending.erase(it);
+            auto it = pending_.find(number("seq"));
+            if (it != pending_.end()) {
+                ++tally_.answered;
+                tally_.answering.insert(it->second);
+                pending_.erase(it);
             }
         } else if (kind == "log" && number("level") == 1) {
-            t.errors.insert(Shape(Text(o, "text")));
+            tally_.errors.insert(Shape(Text(o, "text")));
         } else if (kind == "init" && number("result") != 0) {
-            t.init_ok = false;
+            tally_.init_ok = false;
         }
         cJSON_Delete(o);
     }
-    for (const auto &p : pending) {
-        if (must_answer.count(p.second) != 0) {
-            t.lost.insert(p.second);
-        }
-    }
-    return t;
-}
+
+    FILE *file_;
+    std::string partial_;
+    std::map<long, long> pending_; // seq -> command
+    Tally tally_;
+};
 
 // Runs one cycle of steps as one scenario (one init/fini) and tallies it.
 Tally RunCycle(const sim::Scenario &scenario, const std::set<long> &must_answer) {
-    FILE *null = std::fopen("/dev/null", "w");
-    sim::Transcript out(null, true, true);
-    sim::RunOptions options;
-    options.log_level = 1;
-    options.runtime = sim::RuntimeShow::None;
-    sim::RunScenario(scenario, "soak", out, options);
-    std::fclose(null);
-    return Count(out.Lines(), must_answer);
+    Counter counter;
+    {
+        sim::Transcript out(counter.File(), true, false);
+        sim::RunOptions options;
+        options.log_level = 1;
+        options.runtime = sim::RuntimeShow::None;
+        sim::RunScenario(scenario, "soak", out, options);
+    }
+    return counter.Finish(must_answer);
+}
+
+// Resident memory once the allocator has handed its free pages back, so that what is
+// measured is what is live, not what the heap happens to keep.
+long Rss() {
+    malloc_trim(0);
+    return Status("VmRSS");
 }
 
 // The demo's steps the mix draws from: every step but those that only print, wait or
@@ -222,15 +261,14 @@ int main(int argc, char **argv) {
             }
         }
         if (cycles == warm_cycles) {
-            rss_start = Status("VmRSS");
+            rss_start = Rss();
         }
         if (cycles % 20 == 0) {
-            std::fprintf(stderr, "soak: %ld cycles, %ld steps, RSS %ld KiB\n", cycles, steps,
-                         Status("VmRSS"));
+            std::fprintf(stderr, "soak: %ld cycles, %ld steps, RSS %ld KiB\n", cycles, steps, Rss());
         }
     } while (std::chrono::steady_clock::now() < until);
 
-    const long rss_end = Status("VmRSS"), threads_end = Status("Threads");
+    const long rss_end = Rss(), threads_end = Status("Threads");
     if (rss_start == 0) {
         rss_start = rss_end; // too short a run to judge the growth
     }
