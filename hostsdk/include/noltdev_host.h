@@ -202,7 +202,8 @@ int noltdev_host_fault_injected(int op);
 int noltdev_host_fault_hit(int op, int *code);
 
 /** @brief Installs the counting cJSON allocator that JSON_ALLOC fails (0:
- *  restores cJSON's own). Part of the noltdev_host_faults library. */
+ *  restores cJSON's own). Part of the noltdev_host_faults library
+ *  (build tree only, like the wrapping). */
 void noltdev_host_fault_json_hooks(int install);
 /** @brief Allocations made through that allocator and not yet freed. Part of the
  *  noltdev_host_faults library. */
