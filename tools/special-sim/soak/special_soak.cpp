@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 #include <fstream>
 #include <map>
 #include <random>
@@ -21,6 +22,7 @@
 #include "noltdev_host.h"
 #include "runner.h"
 #include "scenario.h"
+#include "step_table.h"
 #include "transcript.h"
 
 namespace {
@@ -155,13 +157,17 @@ long Rss() {
     return Status("VmRSS");
 }
 
+// Whether the step is the scenario command of this word.
+bool Is(const sim::Step &s, const char *word) {
+    return s.row != nullptr && std::strcmp(s.row->name, word) == 0;
+}
+
 // The demo's steps the mix draws from: every step but those that only print, wait or
 // put the device to sleep (a sleeping device drops commands by design).
 std::vector<sim::Step> Pool(const sim::Scenario &demo) {
     std::vector<sim::Step> pool;
     for (const sim::Step &s : demo.steps) {
-        if (s.op != sim::Op::Show && s.op != sim::Op::Note && s.op != sim::Op::Wait &&
-            s.op != sim::Op::Sleep) {
+        if (!Is(s, "show") && !Is(s, "note") && !Is(s, "wait") && !Is(s, "sleep")) {
             pool.push_back(s);
         }
     }
@@ -211,7 +217,7 @@ int main(int argc, char **argv) {
     // (Without its pass-through answers: those are the application's, paired by hand.)
     sim::Scenario calibration;
     for (const sim::Step &s : demo.steps) {
-        if (s.op != sim::Op::Call || s.call != sim::CallKind::Raw) {
+        if (!Is(s, "call") || std::strcmp(s.call->name, "raw") != 0) {
             calibration.steps.push_back(s);
         }
     }
@@ -238,10 +244,10 @@ int main(int argc, char **argv) {
         sim::Scenario cycle;
         for (int i = 0; i < per_cycle; ++i) {
             sim::Step step = pool[std::uniform_int_distribution<size_t>(0, pool.size() - 1)(rng)];
-            if (step.op == sim::Op::Set) {
+            if (Is(step, "set")) {
                 Revalue(&step, rng);
             }
-            if (step.op == sim::Op::Send || step.op == sim::Op::Post) {
+            if (Is(step, "send") || Is(step, "post")) {
                 step.seq = seq++;
             }
             cycle.steps.push_back(step);
