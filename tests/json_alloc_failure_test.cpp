@@ -1,7 +1,6 @@
 // Every JSON text the module builds or parses, with each of its allocations failing in
 // turn: the module must not crash, must free every JSON allocation on every path, and must
 // still work once allocations succeed again.
-#include <atomic>
 #include <functional>
 
 #include "noltDevSDK_report_status.h"
@@ -11,26 +10,6 @@
 
 namespace special_test {
 namespace {
-
-// cJSON's allocator, failing the allocation whose turn comes up and counting what is live.
-std::atomic<long> g_turn{-1}; // allocations left before the one that fails; -1: none fails
-std::atomic<long> g_live{0};
-std::atomic<bool> g_failed{false};
-
-void *FailingMalloc(size_t size) {
-    if (g_turn.fetch_sub(1) == 0) {
-        g_failed = true;
-        return nullptr;
-    }
-    void *p = std::malloc(size);
-    g_live += p != nullptr ? 1 : 0;
-    return p;
-}
-
-void CountingFree(void *p) {
-    g_live -= p != nullptr ? 1 : 0;
-    std::free(p);
-}
 
 struct Operation {
     const char *name;
@@ -46,11 +25,10 @@ class JsonAllocFailureTest : public SpecialFixture, public ::testing::WithParamI
         AnswerEveryJsonItem();
         ASSERT_EQ(0, Init());
         Poll(); // fills the caches the reports send
-        cJSON_Hooks hooks = {&FailingMalloc, &CountingFree};
-        cJSON_InitHooks(&hooks);
+        noltdev_host_fault_json_hooks(1);
     }
     void TearDown() override {
-        cJSON_InitHooks(nullptr);
+        noltdev_host_fault_json_hooks(0);
         SpecialFixture::TearDown();
     }
     static int Count(const noltdev_host_message *, void *) { return 0; }
@@ -90,13 +68,13 @@ TEST_P(JsonAllocFailureTest, EachAllocationMayFailWithoutACrashOrALeak) {
     int turn = 0;
     for (; turn < 500; ++turn) {
         SCOPED_TRACE("allocation " + std::to_string(turn) + " fails");
-        g_live = 0;
-        g_failed = false;
-        g_turn = turn;
+        long live = noltdev_host_fault_json_live();
+        noltdev_host_fault_set(NOLTDEV_HOST_FAULT_JSON_ALLOC, turn, 1, 0, 0);
         op.run();
-        g_turn = -1;
-        EXPECT_EQ(0, g_live.load()) << "JSON memory left behind";
-        if (!g_failed) {
+        bool failed = noltdev_host_fault_injected(NOLTDEV_HOST_FAULT_JSON_ALLOC) > 0;
+        noltdev_host_fault_clear();
+        EXPECT_EQ(live, noltdev_host_fault_json_live()) << "JSON memory left behind";
+        if (!failed) {
             break; // the operation ran through without reaching that allocation
         }
     }

@@ -35,7 +35,7 @@ typedef int (*noltdev_host_sink_fn)(const noltdev_host_message *msg, void *user)
 /**
  * @brief Restores the kernel's defaults: no extensions, no redirects, serial
  *        "DS0000000000", awake, registered, no sink (sends succeed and are dropped),
- *        load and redirect results 0, message thread stopped.
+ *        load and redirect results 0, message thread stopped, no fault armed.
  */
 void noltdev_host_kernel_reset(void);
 
@@ -139,6 +139,75 @@ int noltdev_host_shadow_deliver(int domain_id, const char *key, int type, const 
  */
 int noltdev_host_shadow_read(int domain_id, const char *key, int buf_size, char *out, int out_size, int *type,
                              uint32_t *version);
+
+/* ---- fault injection -------------------------------------------------------------- */
+
+/**
+ * @brief The platform operations a test can make fail, one row each of the host SDK's
+ *        fault table (noltdev_host_fault_name() gives the row's name).
+ *
+ * THREAD_CREATE and MALLOC reach the module's own calls to pthread_create, malloc,
+ * calloc and realloc through the linker's symbol wrapping: an executable that links the
+ * module's objects together with the noltdev_host_faults library is linked with
+ * --wrap=pthread_create,--wrap=malloc,--wrap=calloc,--wrap=realloc (the library carries
+ * these options), so only the calls made from that executable's own objects are counted;
+ * calls from shared libraries (the C++ runtime, cJSON, the host SDK) are not. The same
+ * library provides the cJSON allocator of JSON_ALLOC (noltdev_host_fault_json_hooks()).
+ */
+typedef enum {
+    NOLTDEV_HOST_FAULT_KERNEL_SEND = 0,   /**< noltdev_sdk_kernel_send; the code is the send's result */
+    NOLTDEV_HOST_FAULT_REDIRECT_REG,      /**< noltDevSDK_Common_Module_RedirectReg */
+    NOLTDEV_HOST_FAULT_EXTEND_LOAD,       /**< noltdev_sdk_kernel_extend_load */
+    NOLTDEV_HOST_FAULT_REPORT_REGISTER,   /**< noltDevSDK_report_status_register (nothing registered) */
+    NOLTDEV_HOST_FAULT_REPORT_UNREGISTER, /**< noltDevSDK_report_status_unregister (nothing removed) */
+    NOLTDEV_HOST_FAULT_REPORT_FORCE,      /**< noltDevSDK_report_set_force_report (nothing forced) */
+    NOLTDEV_HOST_FAULT_SHADOW_REGISTER,   /**< noltDevSDK_Shadow_DomainReg (nothing registered) */
+    NOLTDEV_HOST_FAULT_SHADOW_DEREGISTER, /**< noltDevSDK_Shadow_DomainDereg (nothing removed) */
+    NOLTDEV_HOST_FAULT_SHADOW_DELIVER, /**< noltdev_host_shadow_deliver: the value is lost, parse_sync is not
+                                          called */
+    NOLTDEV_HOST_FAULT_THREAD_CREATE,  /**< pthread_create from the linking executable; the code is its result
+                                          (0: EAGAIN) */
+    NOLTDEV_HOST_FAULT_JSON_ALLOC, /**< the cJSON allocator installed by noltdev_host_fault_json_hooks() */
+    NOLTDEV_HOST_FAULT_MALLOC,     /**< malloc, calloc and realloc from the linking executable */
+    NOLTDEV_HOST_FAULT_COUNT
+} noltdev_host_fault_op;
+
+/**
+ * @brief Arms a fault: of the calls of op from now on, the first `skip` succeed, then
+ *        each call fails (every <= 1) or only every `every`th one does, `count` times in
+ *        all (count < 0: without end). Resets the op's call and failure counters.
+ *        Thread-safe.
+ * @param code the result a failing call gives (operations that return a pointer give NULL).
+ * @return 0, or -1 for an unknown op.
+ *
+ * The next N calls: (op, 0, N, 0, code). Every Kth call: (op, 0, -1, K, code). The Nth
+ * call only: (op, N - 1, 1, 0, code).
+ */
+int noltdev_host_fault_set(int op, int skip, int count, int every, int code);
+/** @brief Disarms every fault and zeroes every counter (noltdev_host_kernel_reset does too). */
+void noltdev_host_fault_clear(void);
+/** @brief The op's row name ("send", "thread_create", ...), or NULL when op is unknown. */
+const char *noltdev_host_fault_name(int op);
+/** @brief The op whose row has this name, or -1. */
+int noltdev_host_fault_find(const char *name);
+/** @brief Calls of op seen since it was last armed or cleared. */
+int noltdev_host_fault_calls(int op);
+/** @brief Failures injected into op since it was last armed or cleared. */
+int noltdev_host_fault_injected(int op);
+/**
+ * @brief Counts one call of op and says whether it must fail: 1 and *code set (code may
+ *        be NULL) when it must, else 0. Called by the host SDK's services and wrappers at
+ *        the top of each operation; never allocates, safe from any thread.
+ */
+int noltdev_host_fault_hit(int op, int *code);
+
+/** @brief Installs the counting cJSON allocator that JSON_ALLOC fails (0:
+ *  restores cJSON's own). Part of the noltdev_host_faults library
+ *  (build tree only, like the wrapping). */
+void noltdev_host_fault_json_hooks(int install);
+/** @brief Allocations made through that allocator and not yet freed. Part of the
+ *  noltdev_host_faults library. */
+long noltdev_host_fault_json_live(void);
 
 #ifdef __cplusplus
 }

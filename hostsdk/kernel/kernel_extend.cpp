@@ -74,6 +74,10 @@ int noltdev_sdk_kernel_extend_load(const noltdev_sdk_kernel_extend *ext) {
     if (ext == nullptr) {
         return NOLTDEV_SDK_KERNEL_ERR_PARAM;
     }
+    int code = 0;
+    if (noltdev_host_fault_hit(NOLTDEV_HOST_FAULT_EXTEND_LOAD, &code)) {
+        return code;
+    }
     {
         std::lock_guard<std::mutex> lock(g_table_mu);
         if (g_load_result != 0) {

@@ -19,5 +19,6 @@ void ResetExtensions();
 void ResetSend();
 void ResetDevice();
 void ResetRedirects();
+void ResetFaults();
 
 } // namespace noltdev_kernel

@@ -36,7 +36,8 @@ int noltDevSDK_Common_Module_RedirectReg(const Common_redirect_pair *pair) {
     }
     std::lock_guard<std::mutex> lock(g_mu);
     g_pairs.push_back(*pair);
-    return g_result;
+    int code = 0;
+    return noltdev_host_fault_hit(NOLTDEV_HOST_FAULT_REDIRECT_REG, &code) ? code : g_result.load();
 }
 
 void noltdev_host_set_redirect_result(int code) {

@@ -8,4 +8,5 @@ extern "C" void noltdev_host_kernel_reset(void) {
     noltdev_kernel::ResetSend();
     noltdev_kernel::ResetDevice();
     noltdev_kernel::ResetRedirects();
+    noltdev_kernel::ResetFaults();
 }

@@ -32,6 +32,10 @@ int noltdev_sdk_kernel_send(const noltdev_sdk_kernel_pubmsg *msg) {
     if (msg == nullptr) {
         return NOLTDEV_SDK_KERNEL_ERR_PARAM;
     }
+    int code = 0;
+    if (noltdev_host_fault_hit(NOLTDEV_HOST_FAULT_KERNEL_SEND, &code)) {
+        return code;
+    }
     std::string body;
     if (!noltdev_kernel::CopyBody(reinterpret_cast<const char *>(msg->msg_body), msg->msg_body_len, body)) {
         return NOLTDEV_SDK_KERNEL_ERR_PARAM;

@@ -44,6 +44,10 @@ int noltDevSDK_report_status_register(const noltDevSDK_report_status_info *info)
     if (info == nullptr || info->report_status == nullptr) {
         return -1;
     }
+    int code = 0;
+    if (noltdev_host_fault_hit(NOLTDEV_HOST_FAULT_REPORT_REGISTER, &code)) {
+        return code;
+    }
     return Service().registry.Register(*info);
 }
 
@@ -56,12 +60,20 @@ int noltDevSDK_report_status_unregister(const noltDevSDK_report_status_info *inf
         std::lock_guard<std::mutex> lock(s.log_mu);
         s.unregistered.push_back(info->status_value);
     }
+    int code = 0;
+    if (noltdev_host_fault_hit(NOLTDEV_HOST_FAULT_REPORT_UNREGISTER, &code)) {
+        return code;
+    }
     int rc = -1;
     s.poller.Quiesced([&] { rc = s.registry.Unregister(info->status_value); });
     return rc;
 }
 
 int noltDevSDK_report_set_force_report(int status_value) {
+    int code = 0;
+    if (noltdev_host_fault_hit(NOLTDEV_HOST_FAULT_REPORT_FORCE, &code)) {
+        return code;
+    }
     return Service().registry.Force(static_cast<uint32_t>(status_value));
 }
 

@@ -34,10 +34,18 @@ void CopyOut(const std::string &text, char *out, int out_size) {
 extern "C" {
 
 int noltDevSDK_Shadow_DomainReg(int domain_id, const noltDevSDK_Shadow_DomainReg_S *reg) {
+    int code = 0;
+    if (reg != nullptr && noltdev_host_fault_hit(NOLTDEV_HOST_FAULT_SHADOW_REGISTER, &code)) {
+        return code;
+    }
     return reg != nullptr ? Store().Register(domain_id, *reg) : -1;
 }
 
 int noltDevSDK_Shadow_DomainDereg(int domain_id) {
+    int code = 0;
+    if (noltdev_host_fault_hit(NOLTDEV_HOST_FAULT_SHADOW_DEREGISTER, &code)) {
+        return code;
+    }
     return Store().Deregister(domain_id);
 }
 
@@ -56,6 +64,10 @@ void noltdev_host_shadow_set_cache_dir(const char *dir) {
 int noltdev_host_shadow_deliver(int domain_id, const char *key, int type, const char *text, int length) {
     noltDevSDK_Shadow_Service_S service;
     noltdev_host::DeliveredValue value;
+    int code = 0;
+    if (noltdev_host_fault_hit(NOLTDEV_HOST_FAULT_SHADOW_DELIVER, &code)) {
+        return code;
+    }
     if (!Store().Find(domain_id, key, &service) || service.parse_sync == nullptr ||
         !value.Build(type, text, length)) {
         return -1;

@@ -21,7 +21,8 @@ struct Step {
     long long number = 0;          // command, event, report id, type, shadow type, ms, count, buffer size
     unsigned int seq = 0;
     int response = 0;
-    int code = 0;      // Answer
+    int code = 0;      // Answer, fail
+    int count = 0;     // fail: how many calls fail
     bool flag = false; // sleep/registered: on; answer: recv_msg (else get_runtime_info); shadow: deliver
     std::string arg;   // key, serial, group, code text, note
     std::string body;

@@ -14,6 +14,7 @@
 #include "scenario.h"
 #include "scenario_words.h"
 #include "step_table.h"
+#include "transcript.h"
 
 namespace sim {
 
@@ -197,6 +198,40 @@ void RunReset(Runner &run, const Step &) {
     run.Result("reset", "noltdev_host_report_reset_all", noltdev_host_report_reset_all());
 }
 
+// fail OPERATION N [CODE]: a row of the host SDK's fault table, except those that only
+// reach the module inside the test suite (its own threads and allocations are wrapped at
+// link time there; here the module is a shared library, and cJSON's allocator is the
+// simulator's too).
+std::string ParseFail(Cursor &c, Step &s, ParseContext &) {
+    std::string name;
+    c.Word(&name);
+    s.number = noltdev_host_fault_find(name.c_str());
+    if (s.number < 0) {
+        return "unknown platform operation '" + name + "'";
+    }
+    if (s.number == NOLTDEV_HOST_FAULT_THREAD_CREATE || s.number == NOLTDEV_HOST_FAULT_MALLOC ||
+        s.number == NOLTDEV_HOST_FAULT_JSON_ALLOC) {
+        return "'" + name + "' fails only in the test suite, not in the simulator";
+    }
+    long long count = 0;
+    std::string err = NeedNumber(c, "call count", 1, 1000000, &count);
+    s.count = static_cast<int>(count);
+    long long code = -1;
+    std::string w;
+    if (err.empty() && c.Word(&w) && !kResultCodes.Lookup(w, &code)) {
+        err = "expected a result code (a NOLTDEVSDK_SPECIAL_CODE_ name or a number), got '" + w + "'";
+    }
+    s.code = static_cast<int>(static_cast<unsigned int>(code));
+    return err;
+}
+void RunFail(Runner &run, const Step &s) {
+    int op = static_cast<int>(s.number);
+    run.Result("fail",
+               std::string(noltdev_host_fault_name(op)) + ", next " + std::to_string(s.count) +
+                   " call(s) give " + DescribeCode(s.code),
+               noltdev_host_fault_set(op, 0, s.count, 0, s.code));
+}
+
 // wait [MS]
 std::string ParseWait(Cursor &c, Step &s, ParseContext &) {
     s.number = 0;
@@ -250,6 +285,7 @@ const StepRow kSteps[] = {
     {"poll", ParsePoll, RunPoll, kRolePoller, false, true},
     {"force", ParseForce, RunForce, kRolePoller, false, true},
     {"reset", NoWords, RunReset, kRolePoller, false, true},
+    {"fail", ParseFail, RunFail, kRoleApplication, false, true},
     {"wait", ParseWait, RunWait, kRoleApplication, false, true},
     {"app", ParseApp, RunApp, kRoleApplication, false, true},
     {"note", ParseNote, RunNote, kRoleApplication, false, false},

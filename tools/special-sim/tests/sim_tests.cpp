@@ -10,6 +10,7 @@
 #include "device_state.h"
 #include "expect.h"
 #include "names.h"
+#include "noltdev_host.h"
 #include "record_tables.h"
 #include "scenario.h"
 #include "step_table.h"
@@ -132,6 +133,10 @@ TEST(ScenarioParse, NamesTheLineOfEachMistake) {
         {"reset now", "t.scn:1: unexpected 'now' at the end of the line"},
         {"serial \"DS1", "t.scn:1: unterminated quote"},
         {"shadow write Trusteeship", "t.scn:1: expected 'shadow deliver KEY TYPE BODY'"},
+        {"fail sending 1", "t.scn:1: unknown platform operation 'sending'"},
+        {"fail malloc 1", "t.scn:1: 'malloc' fails only in the test suite"},
+        {"fail send 0", "t.scn:1: call count '0' is not a number from 1"},
+        {"fail send 2 often", "t.scn:1: expected a result code"},
         {"shadow read", "t.scn:1: shadow read needs a key"},
         {"shadow deliver K", "t.scn:1: missing shadow value type"},
         {"shadow deliver K strange x", "t.scn:1: unknown shadow value type 'strange'"},
@@ -244,6 +249,16 @@ TEST(ScenarioParse, AnOpenBodyEndsTheFile) {
     ASSERT_EQ(s.errors.size(), 1u); // the lines after it are body, not commands
     EXPECT_EQ(s.errors[0], "t.scn:2: body is not closed by a line 'END'");
     EXPECT_EQ(s.steps.size(), 1u);
+}
+
+TEST(ScenarioParse, FailTakesAnOperationACountAndACode) {
+    Scenario s = ParseScenario("fail report_force 3\nfail send 1 SEND_DATA_ERROR\n", "t.scn");
+    ASSERT_TRUE(s.errors.empty()) << s.errors[0];
+    ASSERT_EQ(s.steps.size(), 2u);
+    EXPECT_EQ(s.steps[0].number, NOLTDEV_HOST_FAULT_REPORT_FORCE);
+    EXPECT_EQ(s.steps[0].count, 3);
+    EXPECT_EQ(s.steps[0].code, -1);
+    EXPECT_EQ(static_cast<unsigned int>(s.steps[1].code), 0xD3999020u);
 }
 
 TEST(ScenarioParse, GoesOnAfterAMistakeToReportTheNext) {
