@@ -6,7 +6,6 @@
 #include <atomic>
 #include <chrono>
 #include <cstdio>
-#include <fstream>
 #include <map>
 #include <thread>
 
@@ -22,16 +21,9 @@ int Scaled(int count) {
     return p > 0 && p < 100 ? std::max(10, count * p / 100) : count;
 }
 
-// A field of /proc/self/status ("Threads", "VmRSS", "VmHWM"), 0 when absent.
+// A field of /proc/self/status, through the host SDK.
 long Status(const std::string &key) {
-    std::ifstream in("/proc/self/status");
-    std::string line;
-    while (std::getline(in, line)) {
-        if (line.compare(0, key.size() + 1, key + ":") == 0) {
-            return std::atol(line.c_str() + key.size() + 1);
-        }
-    }
-    return 0;
+    return noltdev_host_process_status(key.c_str());
 }
 
 // Samples the thread count until stopped, keeping the peak.

@@ -209,6 +209,12 @@ void noltdev_host_fault_json_hooks(int install);
  *  noltdev_host_faults library. */
 long noltdev_host_fault_json_live(void);
 
+/* ---- process figures ------------------------------------------------------------- */
+
+/** @brief A whole-number field of the process's /proc/self/status ("Threads", "VmRSS",
+ *  "VmHWM" in KiB, ...), 0 when absent. For load and soak figures; any thread. */
+long noltdev_host_process_status(const char *key);
+
 #ifdef __cplusplus
 }
 #endif
