@@ -13,7 +13,7 @@ source scripts/lib.sh
 max_complexity=12
 max_lines=60
 module=userpace
-areas=("$module" hostsdk tools/special-sim/src)
+areas=("$module" hostsdk tools/special-sim/src tools/special-sim/soak)
 allowed=scripts/complexity-allowed.txt
 
 apt_install_missing clang-format-14 cppcheck pmccabe

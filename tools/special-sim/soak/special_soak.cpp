@@ -184,105 +184,155 @@ bool Revalue(sim::Step *step, std::mt19937 &rng) {
     return true;
 }
 
-} // namespace
+// The run's settings, from the command line.
+struct Options {
+    int seconds = 0;
+    unsigned seed = 1;
+    int per_cycle = 3000;
+    long rss_bound = 2048; // KiB of growth allowed between the warm-up and the end
+    const char *demo = nullptr;
+};
 
-int main(int argc, char **argv) {
+bool ParseOptions(int argc, char **argv, Options *o) {
     if (argc < 3) {
         std::fprintf(stderr,
                      "usage: special-soak SECONDS DEMO.scn [SEED [STEPS_PER_CYCLE [RSS_BOUND_KIB]]]\n");
-        return 2;
+        return false;
     }
-    const int seconds = std::atoi(argv[1]);
-    const unsigned seed = argc > 3 ? static_cast<unsigned>(std::strtoul(argv[3], nullptr, 0)) : 1u;
-    const int per_cycle = argc > 4 ? std::atoi(argv[4]) : 3000;
-    const long rss_bound = argc > 5 ? std::atol(argv[5]) : 2048;
-    std::ifstream file(argv[2]);
+    o->seconds = std::atoi(argv[1]);
+    o->demo = argv[2];
+    o->seed = argc > 3 ? static_cast<unsigned>(std::strtoul(argv[3], nullptr, 0)) : 1u;
+    o->per_cycle = argc > 4 ? std::atoi(argv[4]) : 3000;
+    o->rss_bound = argc > 5 ? std::atol(argv[5]) : 2048;
+    return true;
+}
+
+bool LoadDemo(const char *path, sim::Scenario *demo) {
+    std::ifstream file(path);
     std::stringstream text;
     text << file.rdbuf();
-    sim::Scenario demo = sim::ParseScenario(text.str(), argv[2]);
-    if (!demo.errors.empty() || demo.steps.empty()) {
-        std::fprintf(stderr, "soak: %s is not a good scenario\n", argv[2]);
-        return 2;
+    *demo = sim::ParseScenario(text.str(), path);
+    if (!demo->errors.empty() || demo->steps.empty()) {
+        std::fprintf(stderr, "soak: %s is not a good scenario\n", path);
+        return false;
     }
+    return true;
+}
 
-    // The demo played once in order tells which commands answer and which level-1 lines
-    // its steps bring by design.
-    // (Without its pass-through answers: those are the application's, paired by hand.)
+// The demo played once in order tells which commands answer and which level-1 lines its
+// steps bring by design (without its pass-through answers: those are the application's,
+// paired by hand).
+Tally Calibrate(const sim::Scenario &demo) {
     sim::Scenario calibration;
     for (const sim::Step &s : demo.steps) {
         if (!Is(s, "call") || std::strcmp(s.call->name, "raw") != 0) {
             calibration.steps.push_back(s);
         }
     }
-    Tally base = RunCycle(calibration, {});
-    if (!base.init_ok) {
-        std::fprintf(stderr, "soak: the module did not start\n");
-        return 1;
-    }
-    const std::set<long> must_answer = base.answering;
-    const std::set<std::string> expected_errors = base.errors;
-    std::vector<sim::Step> pool = Pool(demo);
+    return RunCycle(calibration, {});
+}
 
-    std::mt19937 rng(seed);
-    long steps = 0, commands = 0, answered = 0, lost = 0, cycles = 0;
+// The soak's running totals and what it was told to expect.
+struct Soak {
+    Options options;
+    std::set<long> must_answer;
+    std::set<std::string> expected_errors;
+    std::vector<sim::Step> pool;
+    std::mt19937 rng;
+    unsigned seq = 1;
+    long steps = 0, answered = 0, lost = 0, cycles = 0;
     std::set<std::string> unexpected;
+    long rss_start = 0, threads_start = 0;
+};
+
+// One cycle's random steps, each command with its own sequence number.
+sim::Scenario MakeCycle(Soak *soak) {
+    sim::Scenario cycle;
+    for (int i = 0; i < soak->options.per_cycle; ++i) {
+        sim::Step step =
+            soak->pool[std::uniform_int_distribution<size_t>(0, soak->pool.size() - 1)(soak->rng)];
+        if (Is(step, "set")) {
+            Revalue(&step, soak->rng);
+        }
+        if (Is(step, "send") || Is(step, "post")) {
+            step.seq = soak->seq++;
+        }
+        cycle.steps.push_back(step);
+    }
+    return cycle;
+}
+
+// Adds one cycle's tally to the totals and reports what it lost or did not expect.
+void Account(Soak *soak, const Tally &t) {
+    ++soak->cycles;
+    soak->steps += soak->options.per_cycle;
+    soak->answered += t.answered;
+    soak->lost += static_cast<long>(t.lost.size());
+    for (long id : t.lost) {
+        std::fprintf(stderr, "soak: cycle %ld: command %ld lost its answer\n", soak->cycles, id);
+    }
+    for (const std::string &e : t.errors) {
+        if (soak->expected_errors.count(e) == 0 && soak->unexpected.insert(e).second) {
+            std::fprintf(stderr, "soak: cycle %ld: unexpected level-1 line: %s\n", soak->cycles, e.c_str());
+        }
+    }
     // RSS is taken once the allocator's per-thread arenas and the cached stacks of the
     // custom-voice workers have settled, after the first few cycles.
     const long warm_cycles = 5;
-    long rss_start = 0;
-    const long threads_start = Status("Threads");
-    unsigned seq = 1;
-    auto until = std::chrono::steady_clock::now() + std::chrono::seconds(seconds);
-    do {
-        sim::Scenario cycle;
-        for (int i = 0; i < per_cycle; ++i) {
-            sim::Step step = pool[std::uniform_int_distribution<size_t>(0, pool.size() - 1)(rng)];
-            if (Is(step, "set")) {
-                Revalue(&step, rng);
-            }
-            if (Is(step, "send") || Is(step, "post")) {
-                step.seq = seq++;
-            }
-            cycle.steps.push_back(step);
-        }
-        Tally t = RunCycle(cycle, must_answer);
-        if (!t.init_ok) {
-            std::fprintf(stderr, "soak: cycle %ld: the module did not start\n", cycles);
-            return 1;
-        }
-        ++cycles;
-        steps += per_cycle;
-        commands += t.commands;
-        answered += t.answered;
-        lost += static_cast<long>(t.lost.size());
-        for (long id : t.lost) {
-            std::fprintf(stderr, "soak: cycle %ld: command %ld lost its answer\n", cycles, id);
-        }
-        for (const std::string &e : t.errors) {
-            if (expected_errors.count(e) == 0 && unexpected.insert(e).second) {
-                std::fprintf(stderr, "soak: cycle %ld: unexpected level-1 line: %s\n", cycles, e.c_str());
-            }
-        }
-        if (cycles == warm_cycles) {
-            rss_start = Rss();
-        }
-        if (cycles % 20 == 0) {
-            std::fprintf(stderr, "soak: %ld cycles, %ld steps, RSS %ld KiB\n", cycles, steps, Rss());
-        }
-    } while (std::chrono::steady_clock::now() < until);
+    if (soak->cycles == warm_cycles) {
+        soak->rss_start = Rss();
+    }
+    if (soak->cycles % 20 == 0) {
+        std::fprintf(stderr, "soak: %ld cycles, %ld steps, RSS %ld KiB\n", soak->cycles, soak->steps, Rss());
+    }
+}
 
+// Prints the last line; 0 when nothing was lost, unexpected, grown or left running.
+int Report(Soak *soak) {
     const long rss_end = Rss(), threads_end = Status("Threads");
-    if (rss_start == 0) {
-        rss_start = rss_end; // too short a run to judge the growth
+    if (soak->rss_start == 0) {
+        soak->rss_start = rss_end; // too short a run to judge the growth
     }
     std::printf(
         "soak: %ld steps, %ld commands answered, %ld lost, RSS start %ld KiB end %ld KiB, threads start %ld "
         "end %ld\n",
-        steps, answered, lost, rss_start, rss_end, threads_start, threads_end);
-    bool grew = rss_end - rss_start > rss_bound;
+        soak->steps, soak->answered, soak->lost, soak->rss_start, rss_end, soak->threads_start, threads_end);
+    const bool grew = rss_end - soak->rss_start > soak->options.rss_bound;
     if (grew) {
         std::fprintf(stderr, "soak: RSS grew by %ld KiB, more than the bound of %ld KiB\n",
-                     rss_end - rss_start, rss_bound);
+                     rss_end - soak->rss_start, soak->options.rss_bound);
     }
-    return lost != 0 || !unexpected.empty() || grew || threads_end != threads_start ? 1 : 0;
+    const bool failed =
+        soak->lost != 0 || !soak->unexpected.empty() || grew || threads_end != soak->threads_start;
+    return failed ? 1 : 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    Soak soak;
+    sim::Scenario demo;
+    if (!ParseOptions(argc, argv, &soak.options) || !LoadDemo(soak.options.demo, &demo)) {
+        return 2;
+    }
+    Tally base = Calibrate(demo);
+    if (!base.init_ok) {
+        std::fprintf(stderr, "soak: the module did not start\n");
+        return 1;
+    }
+    soak.must_answer = base.answering;
+    soak.expected_errors = base.errors;
+    soak.pool = Pool(demo);
+    soak.rng.seed(soak.options.seed);
+    soak.threads_start = Status("Threads");
+    auto until = std::chrono::steady_clock::now() + std::chrono::seconds(soak.options.seconds);
+    do {
+        Tally t = RunCycle(MakeCycle(&soak), soak.must_answer);
+        if (!t.init_ok) {
+            std::fprintf(stderr, "soak: cycle %ld: the module did not start\n", soak.cycles);
+            return 1;
+        }
+        Account(&soak, t);
+    } while (std::chrono::steady_clock::now() < until);
+    return Report(&soak);
 }
