@@ -12,8 +12,7 @@
 #include "special_bus.h"
 #include "special_clock.h"
 #include "special_status.h"
-#include "special_status_detect.h"
-#include "special_status_report.h"
+#include "special_status_item.h"
 
 /* The module offers the application room for this many child devices. */
 static const int kChildren = 8;
@@ -43,19 +42,6 @@ static PowerList g_power_status;
 static noltDevSDK_special_associated_device_conn_status g_associated_device_conn_status = {-1, 0,  "", "",
                                                                                            "", "", "", ""};
 
-static const SpecialWatch kTrusteeship =
-    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, g_trusteeship, 0, LOG_ERROR, NULL);
-static const SpecialWatch kConnect = SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP_CONNECT,
-                                                          g_trusteeship_connect, 1, LOG_ERROR, NULL);
-static const SpecialWatch kPower =
-    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_POWERSTATUS, g_power_status, 1, LOG_ERROR, NULL);
-static const SpecialWatch kAssociated =
-    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_ASSOCIATED_DEVICE_CONN_STATUS,
-                         g_associated_device_conn_status, 1, LOG_ERROR, NULL);
-
-static const SpecialResetAtLoad g_connect_load(kConnect);
-static const SpecialResetAtLoad g_power_load(kPower);
-
 /* The count-first rule: a different count is a change, then the first count entries are
  * compared. The count is kept as the application gives it; only the bytes touched stay
  * within the kChildren entries. */
@@ -81,10 +67,10 @@ static bscJSON *TrusteeshipJson(const char *baseserial) {
 }
 
 /* The trusteeship is compared and kept as a string. */
-int SpecialTrusteeshipIsChanged(void) {
+static int TrusteeshipDetect(const SpecialStatusItem &item) {
     noltDevSDK_Trusteeship fresh;
     int verdict;
-    if (!SpecialStatusAsk(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, &fresh, sizeof fresh, &verdict)) {
+    if (!SpecialStatusAsk(item.watch.runtime_type, &fresh, sizeof fresh, &verdict)) {
         return verdict;
     }
     SPECIAL_TERMINATE(fresh.subserial);
@@ -97,18 +83,23 @@ int SpecialTrusteeshipIsChanged(void) {
     return 1;
 }
 
-int SpecialReportTrusteeship(int) {
+/* The JSON is the whole document, without the request envelope. */
+static int TrusteeshipReport(const SpecialStatusItem &item) {
     CMarkupSTL doc;
     bscJSON *obj = TrusteeshipJson(g_trusteeship.subserial);
     if (obj == NULL || !SpecialStatusJsonDocument(&doc, obj)) {
         return -1;
     }
-    return SpecialStatusSend(doc, kPu2CenPltReportTrusteeshipReq, GetNextSeqNum());
+    return SpecialStatusSend(doc, item.cmd, GetNextSeqNum());
 }
 
-int SpecialTrusteeshipReset(void) {
-    return SpecialStatusReset(kTrusteeship);
-}
+static const SpecialStatusHooks kTrusteeshipHooks = {TrusteeshipDetect, TrusteeshipReport, NULL};
+static const SpecialStatusItem kTrusteeship = SPECIAL_STATUS_ITEM_OF(
+    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, g_trusteeship, 0, LOG_ERROR, NULL),
+    kPu2CenPltReportTrusteeshipReq, NULL, kSpecialReportUsual, NULL);
+
+SPECIAL_DESCRIBED_TRIO(noltDevSDK_Trusteeship, SpecialTrusteeshipIsChanged, SpecialReportTrusteeship,
+                       SpecialTrusteeshipReset, kTrusteeship, NULL, kTrusteeshipHooks)
 
 int ReportTrusteeship_Immediately(void) {
     if (GetSpecialCallback()->get_runtime_info == NULL) {
@@ -148,7 +139,7 @@ static bool AllConnected(const ConnectList &list) {
     return true;
 }
 
-int SpecialTrusteeshipConnectIsChanged(void) {
+static int TrusteeshipConnectDetect(const SpecialStatusItem &item) {
     static bool started = false;
     static time_t last_time = 0;
     if (GetSpecialCallback()->get_runtime_info == NULL) {
@@ -160,7 +151,7 @@ int SpecialTrusteeshipConnectIsChanged(void) {
     }
     ConnectList fresh;
     int result;
-    if (SpecialStatusAsk(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP_CONNECT, &fresh, sizeof fresh, &result)) {
+    if (SpecialStatusAsk(item.watch.runtime_type, &fresh, sizeof fresh, &result)) {
         for (int i = 0; i < kChildren; i++) {
             SPECIAL_TERMINATE(fresh.entries[i].subserial);
         }
@@ -178,7 +169,8 @@ int SpecialTrusteeshipConnectIsChanged(void) {
     return result;
 }
 
-int SpecialReportTrusteeshipConnect(int) {
+/* The JSON is the whole document, without the request envelope. */
+static int TrusteeshipConnectReport(const SpecialStatusItem &item) {
     bscJSON *obj = bscJSON_CreateObject();
     if (obj == NULL) {
         return -1;
@@ -191,11 +183,11 @@ int SpecialReportTrusteeshipConnect(int) {
         const SpecialJsonMember members[] = {{"subserial", entry.subserial, 0},
                                              {"connect_status", NULL, entry.connect_status},
                                              {"channel", NULL, entry.iChannel}};
-        bscJSON *item = SpecialStatusJsonObject(members, SPECIAL_COUNT_OF(members));
-        if (item == NULL) {
+        bscJSON *child = SpecialStatusJsonObject(members, SPECIAL_COUNT_OF(members));
+        if (child == NULL) {
             break;
         }
-        bscJSON_AddItemToArray(list, item);
+        bscJSON_AddItemToArray(list, child);
     }
     /* cJSON keeps a copy of the member name; when that copy fails the array is not added
      * and stays ours to free */
@@ -209,19 +201,26 @@ int SpecialReportTrusteeshipConnect(int) {
     if (SpecialLogWanted(LOG_DEBUG)) {
         noltdev_debug(LOG_DEBUG, "[TrusteeshipConnect]:%s\n", doc.GetDoc().c_str());
     }
-    return SpecialStatusSend(doc, kPu2CenPltReportConnStatusReq, GetNextSeqNum());
+    return SpecialStatusSend(doc, item.cmd, GetNextSeqNum());
 }
 
-int SpecialTrusteeshipConnectReset(void) {
-    return SpecialStatusReset(kConnect);
-}
+static const SpecialStatusHooks kConnectHooks = {TrusteeshipConnectDetect, TrusteeshipConnectReport, NULL};
+static const SpecialStatusItem kConnect =
+    SPECIAL_STATUS_ITEM_OF(SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP_CONNECT,
+                                                g_trusteeship_connect, 1, LOG_ERROR, NULL),
+                           kPu2CenPltReportConnStatusReq, NULL, kSpecialReportUsual, NULL);
+static const SpecialResetAtLoad g_connect_load(kConnect.watch);
+
+SPECIAL_DESCRIBED_TRIO(ConnectList, SpecialTrusteeshipConnectIsChanged, SpecialReportTrusteeshipConnect,
+                       SpecialTrusteeshipConnectReset, kConnect, NULL, kConnectHooks)
 
 /* ---- power status ----------------------------------------------------------------------- */
 
-int SpecialPowerStatusIsChanged(void) {
+/* The count-first rule in place of the common comparison. */
+static int PowerStatusDetect(const SpecialStatusItem &item) {
     PowerList fresh;
     int verdict;
-    if (!SpecialStatusAsk(NOLTDEVSDK_SPECIAL_ON_GET_POWERSTATUS, &fresh, sizeof fresh, &verdict)) {
+    if (!SpecialStatusAsk(item.watch.runtime_type, &fresh, sizeof fresh, &verdict)) {
         return verdict;
     }
     for (int i = 0; i < kChildren; i++) {
@@ -257,13 +256,14 @@ static bool PowerStatusBody(CMarkupSTL *doc, const void *, int *) {
     return true;
 }
 
-int SpecialReportPowerStatus(int) {
-    return SpecialStatusReport(kPu2CenPltReportPowerStatusReq, PowerStatusBody, NULL);
-}
+static const SpecialStatusHooks kPowerHooks = {PowerStatusDetect, NULL, NULL};
+static const SpecialStatusItem kPower = SPECIAL_STATUS_ITEM_OF(
+    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_POWERSTATUS, g_power_status, 1, LOG_ERROR, NULL),
+    kPu2CenPltReportPowerStatusReq, PowerStatusBody, kSpecialReportUsual, NULL);
+static const SpecialResetAtLoad g_power_load(kPower.watch);
 
-int SpecialPowerStatusReset(void) {
-    return SpecialStatusReset(kPower);
-}
+SPECIAL_DESCRIBED_TRIO(PowerList, SpecialPowerStatusIsChanged, SpecialReportPowerStatus,
+                       SpecialPowerStatusReset, kPower, NULL, kPowerHooks)
 
 /* ---- associated device connection: a JSON "Value" -------------------------------------- */
 
@@ -296,14 +296,12 @@ static bool AssociatedBody(CMarkupSTL *doc, const void *, int *result) {
     return true;
 }
 
-int SpecialAssociatedDeviceConnStatusIsChanged(void) {
-    return SpecialStatusDetect<noltDevSDK_special_associated_device_conn_status>(kAssociated, TidyAssociated);
-}
+static const SpecialStatusItem kAssociated =
+    SPECIAL_STATUS_ITEM_OF(SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_ASSOCIATED_DEVICE_CONN_STATUS,
+                                                g_associated_device_conn_status, 1, LOG_ERROR, NULL),
+                           kPu2CenPltReportKeyValueReq, AssociatedBody, kSpecialReportUsual, NULL);
 
-int SpecialReportAssociatedDeviceConnStatus(int) {
-    return SpecialStatusReport(kPu2CenPltReportKeyValueReq, AssociatedBody, NULL);
-}
-
-int SpecialAssociatedDeviceConnStatusReset(void) {
-    return SpecialStatusReset(kAssociated);
-}
+SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_associated_device_conn_status,
+                       SpecialAssociatedDeviceConnStatusIsChanged, SpecialReportAssociatedDeviceConnStatus,
+                       SpecialAssociatedDeviceConnStatusReset, kAssociated, TidyAssociated,
+                       kSpecialCommonHooks)

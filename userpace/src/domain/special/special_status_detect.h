@@ -1,7 +1,6 @@
 /* Change detection of the status items: how an item watches its record, asking the
  * application for a fresh record, comparing the watched bytes with the module's cache,
- * the reset to the not-seen value, and the trio macro that makes an item's detector,
- * report and reset thin calls over its descriptor. Used from the report-status thread. */
+ * and the reset to the not-seen value. Used from the report-status thread. */
 #ifndef SPECIAL_STATUS_DETECT_H
 #define SPECIAL_STATUS_DETECT_H
 
@@ -29,6 +28,9 @@ struct SpecialWatch {
  * the cache are -1 after a reset, the rest zero. */
 #define SPECIAL_RECORD_WATCH(runtime_type, cache, not_seen_words, log_level, change_log)                     \
     { (runtime_type), 0, 0, &(cache), (not_seen_words), sizeof(cache), (log_level), (change_log) }
+/* Names the record an item asks for where nothing of it is watched or cached. */
+#define SPECIAL_ASK_ONLY_WATCH(runtime_type)                                                                 \
+    { (runtime_type), 0, 0, NULL, 0, 0, LOG_ERROR, NULL }
 
 /* Asks get_runtime_info for one record, zero-filled here and, when selector is not 0,
  * with selector as its leading int (the switch type). True when the application answered
@@ -53,20 +55,6 @@ template <class T> int SpecialStatusDetect(const SpecialWatch &watch, void (*tid
     }
     return SpecialStatusKeep(watch, &record);
 }
-
-/* Defines the trio of an item as thin calls over the item's descriptor (which holds its
- * watch): the common detector over a Record (tidy, a function or NULL, terminates the
- * record's texts), the report report_item(item), the reset. */
-#define SPECIAL_STATUS_TRIO_TIDY(Record, is_changed, report, reset, item, report_item, tidy)                 \
-    int is_changed(void) {                                                                                   \
-        return SpecialStatusDetect<Record>((item).watch, tidy);                                              \
-    }                                                                                                        \
-    int report(int) {                                                                                        \
-        return report_item(item);                                                                            \
-    }                                                                                                        \
-    int reset(void) {                                                                                        \
-        return SpecialStatusReset((item).watch);                                                             \
-    }
 
 /* Puts the cache back to its not-seen value; returns 0. */
 int SpecialStatusReset(const SpecialWatch &watch);

@@ -12,8 +12,7 @@
 #include "special.h"
 #include "special_clock.h"
 #include "special_status.h"
-#include "special_status_detect.h"
-#include "special_status_report.h"
+#include "special_status_item.h"
 
 /* At most this many mapped-port reports go out in the hour that starts with the first. */
 static const int kPortReportsPerPeriod = 100;
@@ -27,9 +26,6 @@ static struct timespec g_sp_init_report_time;
 static noltDevSDK_special_4G_Info_S g_st4GInfo;
 
 /* ---- mapped ports ------------------------------------------------------------------------ */
-
-static const SpecialWatch kMapped = SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_VODDNS_MAPPED_PORT,
-                                                         g_voddns_local_mapped_infos, 0, LOG_ERROR, NULL);
 
 static void TidyMapped(noltDevSDK_special_voddns_local_mapped_infos *infos) {
     SPECIAL_TERMINATE(infos->external_ip);
@@ -72,34 +68,39 @@ static bool MappedPortBody(CMarkupSTL *doc, const void *, int *result) {
     return PortReportAllowed();
 }
 
-int SpecialVoddnsLocalMappedInfosIsChanged(void) {
-    return SpecialStatusDetect<noltDevSDK_special_voddns_local_mapped_infos>(kMapped, TidyMapped);
-}
-
-int SpecialReportVoddnsLocalMappedPort(int) {
-    noltdev_debug(LOG_DEBUG, "SpecialReportVoddnsLocalMappedPort\n");
+/* Each report is counted for the throttle. */
+static int MappedPortReport(const SpecialStatusItem &item) {
     g_sp_port_report_count++;
-    return SpecialStatusReport(kPu2CenPltReportPortInfoReq, MappedPortBody, NULL, kSpecialReportSerial);
+    return SpecialStatusReportItem(item);
 }
 
-int SpecialVoddnsLocalMappedInfosReset(void) {
+/* The throttle starts again with the cache. */
+static int MappedPortReset(const SpecialStatusItem &item) {
     memset(&g_sp_init_report_time, 0, sizeof g_sp_init_report_time);
     g_sp_port_report_count = 0;
-    return SpecialStatusReset(kMapped);
+    return SpecialStatusReset(item.watch);
 }
+
+static const SpecialStatusHooks kMappedHooks = {NULL, MappedPortReport, MappedPortReset};
+static const SpecialStatusItem kMapped =
+    SPECIAL_STATUS_ITEM_OF(SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_VODDNS_MAPPED_PORT,
+                                                g_voddns_local_mapped_infos, 0, LOG_ERROR, NULL),
+                           kPu2CenPltReportPortInfoReq, MappedPortBody, kSpecialReportSerial,
+                           "SpecialReportVoddnsLocalMappedPort\n");
+
+SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_voddns_local_mapped_infos, SpecialVoddnsLocalMappedInfosIsChanged,
+                       SpecialReportVoddnsLocalMappedPort, SpecialVoddnsLocalMappedInfosReset, kMapped,
+                       TidyMapped, kMappedHooks)
 
 /* ---- 4G information ------------------------------------------------------------------------ */
 
-static const SpecialWatch k4G =
-    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_4G_INFO, g_st4GInfo, 0, LOG_ERROR, NULL);
-
-int SpecialDev4GInfoIsChanged(void) {
+static int Dev4GDetect(const SpecialStatusItem &item) {
     if (GetSpecialCallback()->get_runtime_info == NULL) {
         return 0;
     }
     noltDevSDK_special_4G_Info_S fresh;
     int verdict;
-    if (!SpecialStatusAsk(NOLTDEVSDK_SPECIAL_ON_GET_4G_INFO, &fresh, sizeof fresh, &verdict)) {
+    if (!SpecialStatusAsk(item.watch.runtime_type, &fresh, sizeof fresh, &verdict)) {
         noltdev_debug(LOG_DEBUG, "get_runtime_info: get 4G Info error\n");
         return verdict;
     }
@@ -129,23 +130,28 @@ static bool Dev4GBody(CMarkupSTL *doc, const void *, int *result) {
                                   "Failed to bscJSON_CreateObject\n", "Failed to bscJSON_Print.\n", result);
 }
 
-int SpecialDev4GInfoReport(int) {
+/* Sent with sequence number 0; a failed send is logged. */
+static int Dev4GReport(const SpecialStatusItem &item) {
     CMarkupSTL doc;
-    SpecialStatusStart(&doc, kSpecialReportSerial);
+    SpecialStatusStart(&doc, item.flags);
     int result = 0;
-    if (!Dev4GBody(&doc, NULL, &result)) {
+    if (!item.body(&doc, &item, &result)) {
         return result;
     }
-    result = SpecialStatusSend(doc, kPu2CenPltReportKeyValueReq, 0);
+    result = SpecialStatusSend(doc, item.cmd, 0);
     if (result != 0) {
         /* the platform's line shows the version text's address in its domain field */
         noltdev_debug(LOG_ERROR, "Failed to send msg to platform:domain[%#x], cmd[%#x].\n",
                       static_cast<unsigned int>(reinterpret_cast<uintptr_t>(g_special_status_version)),
-                      static_cast<unsigned int>(kPu2CenPltReportKeyValueReq));
+                      static_cast<unsigned int>(item.cmd));
     }
     return result;
 }
 
-int SpecialDev4GInfoReset(void) {
-    return SpecialStatusReset(k4G);
-}
+static const SpecialStatusHooks k4GHooks = {Dev4GDetect, Dev4GReport, NULL};
+static const SpecialStatusItem k4G = SPECIAL_STATUS_ITEM_OF(
+    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_4G_INFO, g_st4GInfo, 0, LOG_ERROR, NULL),
+    kPu2CenPltReportKeyValueReq, Dev4GBody, kSpecialReportSerial, NULL);
+
+SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_4G_Info_S, SpecialDev4GInfoIsChanged, SpecialDev4GInfoReport,
+                       SpecialDev4GInfoReset, k4G, NULL, k4GHooks)

@@ -83,7 +83,8 @@ static bool PlanBody(CMarkupSTL *doc, const void *, int *) {
 }
 
 SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_plan, SpecialBatteryWorkModePlanIsChanged,
-                       SpecialReportBatteryWorkModePlan, SpecialBatteryWorkModePlanReset, kPlan, NULL)
+                       SpecialReportBatteryWorkModePlan, SpecialBatteryWorkModePlanReset, kPlan, NULL,
+                       kSpecialCommonHooks)
 
 /* ---- custom voices: a JSON array under the key-value report ----------------------------- */
 
@@ -135,4 +136,5 @@ static bool CustomVoiceBody(CMarkupSTL *doc, const void *, int *result) {
 }
 
 SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_custom_voice_infos, SpecialCustomVoiceIsChanged,
-                       SpecialReportCustomVoice, SpecialCustomVoiceReset, kCustomVoice, TidyCustomVoices)
+                       SpecialReportCustomVoice, SpecialCustomVoiceReset, kCustomVoice, TidyCustomVoices,
+                       kSpecialCommonHooks)

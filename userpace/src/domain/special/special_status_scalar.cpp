@@ -52,20 +52,24 @@ static const SpecialStatusItem kOneClickMute = KEY_VALUE_ITEM(
     g_one_click_mute.enable, "one click mute is changed\n", SPECIAL_KEY_ONE_CLICK_MUTE);
 
 SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_key_value, SpecialICRIsChanged, SpecialReportKeyValue,
-                       SpecialKeyValueReset, kICR, NULL)
+                       SpecialKeyValueReset, kICR, NULL, kSpecialCommonHooks)
 
 /* only the enable value is watched; the time and serials the application fills are not */
 SPECIAL_DESCRIBED_TRIO(noltDevSDK_linkage_mode_status, SpecialLinkageModeStatusIsChanged,
-                       SpecialReportLinkageModeStatus, SpecialLinkageModeStatusReset, kLinkage, NULL)
+                       SpecialReportLinkageModeStatus, SpecialLinkageModeStatusReset, kLinkage, NULL,
+                       kSpecialCommonHooks)
 
 SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_battery_work_mode, SpecialBatteryWorkModeIsChanged,
-                       SpecialReportBatteryWorkMode, SpecialBatteryWorkModeReset, kWorkMode, NULL)
+                       SpecialReportBatteryWorkMode, SpecialBatteryWorkModeReset, kWorkMode, NULL,
+                       kSpecialCommonHooks)
 
 SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_net_work_mode, SpecialNetWorkModeIsChanged,
-                       SpecialReportNetWorkMode, SpecialNetWorkModeReset, kNetWorkMode, NULL)
+                       SpecialReportNetWorkMode, SpecialNetWorkModeReset, kNetWorkMode, NULL,
+                       kSpecialCommonHooks)
 
 SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_one_click_mute, SpecialOneClickMuteIsChanged,
-                       SpecialReportOneClickMute, SpecialOneClickMuteReset, kOneClickMute, NULL)
+                       SpecialReportOneClickMute, SpecialOneClickMuteReset, kOneClickMute, NULL,
+                       kSpecialCommonHooks)
 
 /* ---- battery work status: a hand-made JSON text ------------------------------------- */
 
@@ -84,7 +88,8 @@ static const SpecialStatusItem kWorkStatus = SPECIAL_STATUS_ITEM_OF(
     kPu2CenPltReportKeyValueReq, WorkStatusBody, kSpecialReportUsual, NULL);
 
 SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_battery_workstatus, SpecialBatteryWorkStatusIsChanged,
-                       SpecialReportBateryWorkStatus, SpecialBateryWorkStatusReset, kWorkStatus, NULL)
+                       SpecialReportBateryWorkStatus, SpecialBateryWorkStatusReset, kWorkStatus, NULL,
+                       kSpecialCommonHooks)
 
 /* ---- ring type: compact JSON ------------------------------------------------------------ */
 
@@ -105,7 +110,7 @@ static bool RingTypeBody(CMarkupSTL *doc, const void *, int *result) {
 }
 
 SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_ring_type, SpecialRingTypeIsChanged, SpecialReportRingType,
-                       SpecialRingTypeReset, kRingType, NULL)
+                       SpecialRingTypeReset, kRingType, NULL, kSpecialCommonHooks)
 
 /* ---- speaker configuration: each field watched and logged by itself ---------------------- */
 
@@ -121,10 +126,10 @@ static const SpecialWatch kSpeakerFields[] = {
     SPEAKER_WATCH(intel_index, "intel_enable is changed\n"),
 };
 
-int SpecialSpeakerConfigIsChanged(void) {
+static int SpeakerConfigDetect(const SpecialStatusItem &item) {
     noltDevSDK_special_speaker_config fresh;
     int verdict;
-    if (!SpecialStatusAsk(NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_SPEAKER_CONFIG, &fresh, sizeof fresh, &verdict)) {
+    if (!SpecialStatusAsk(item.watch.runtime_type, &fresh, sizeof fresh, &verdict)) {
         return verdict;
     }
     int changed = 0;
@@ -145,17 +150,22 @@ static bool SpeakerConfigBody(CMarkupSTL *doc, const void *, int *result) {
 }
 
 /* Always 0, whatever the send gives. */
-int SpecialReportSpeakerConfig(int) {
-    SpecialStatusReport(kPu2CenPltReportKeyValueReq, SpeakerConfigBody, NULL);
+static int SpeakerConfigReport(const SpecialStatusItem &item) {
+    SpecialStatusReportItem(item);
     return 0;
 }
 
-int SpecialSpeakerConfigReset(void) {
-    for (size_t i = 0; i < SPECIAL_COUNT_OF(kSpeakerFields); i++) {
-        SpecialStatusReset(kSpeakerFields[i]);
-    }
-    return 0;
-}
+/* the whole record is the four ints, all -1 when not seen */
+static_assert(sizeof(noltDevSDK_special_speaker_config) == SPECIAL_COUNT_OF(kSpeakerFields) * sizeof(int),
+              "the speaker configuration must be its four watched ints");
+static const SpecialStatusHooks kSpeakerHooks = {SpeakerConfigDetect, SpeakerConfigReport, NULL};
+static const SpecialStatusItem kSpeaker =
+    SPECIAL_STATUS_ITEM_OF(SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_SPEAKER_CONFIG,
+                                                g_speaker_config, 4, LOG_ERROR, NULL),
+                           kPu2CenPltReportKeyValueReq, SpeakerConfigBody, kSpecialReportUsual, NULL);
+
+SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_speaker_config, SpecialSpeakerConfigIsChanged,
+                       SpecialReportSpeakerConfig, SpecialSpeakerConfigReset, kSpeaker, NULL, kSpeakerHooks)
 
 /* ---- flow-counting configuration: read afresh, only when forced ---------------------- */
 
@@ -185,15 +195,25 @@ static bool FlowCountConfigBody(CMarkupSTL *doc, const void *ctx, int *) {
 }
 
 /* Never a change: the item goes out only when a report is forced. */
-int SpecialFlowCountConfigIsChanged(void) {
+static int FlowCountConfigDetect(const SpecialStatusItem &) {
     return 0;
 }
 
-int SpecialReportFlowCountConfig(int) {
+/* The configuration is read afresh for each report and not kept. */
+static int FlowCountConfigReport(const SpecialStatusItem &item) {
     noltDevSDK_special_flow_counting_cfg cfg;
     int verdict;
-    if (!SpecialStatusAsk(NOLTDEVSDK_SPECIAL_ON_GET_FLOW_COUNTING_CFG, &cfg, sizeof cfg, &verdict)) {
+    if (!SpecialStatusAsk(item.watch.runtime_type, &cfg, sizeof cfg, &verdict)) {
         return -1;
     }
-    return SpecialStatusReport(kPu2CenPltReportFlowCountConfigFReq, FlowCountConfigBody, &cfg);
+    return SpecialStatusReport(item.cmd, item.body, &cfg, item.flags);
 }
+
+static const SpecialStatusHooks kFlowCountHooks = {FlowCountConfigDetect, FlowCountConfigReport, NULL};
+/* nothing is watched or cached: the watch names only the record asked for */
+static const SpecialStatusItem kFlowCount = SPECIAL_STATUS_ITEM_OF(
+    SPECIAL_ASK_ONLY_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_FLOW_COUNTING_CFG), kPu2CenPltReportFlowCountConfigFReq,
+    FlowCountConfigBody, kSpecialReportUsual, NULL);
+
+SPECIAL_DESCRIBED_FORCED(noltDevSDK_special_flow_counting_cfg, SpecialFlowCountConfigIsChanged,
+                         SpecialReportFlowCountConfig, kFlowCount, NULL, kFlowCountHooks)

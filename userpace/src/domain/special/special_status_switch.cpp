@@ -45,6 +45,6 @@ SPECIAL_SWITCHES(SPECIAL_SWITCH_ITEM)
 #define SPECIAL_SWITCH_TRIO(code, Name, type, fail_log)                                                      \
     SPECIAL_DESCRIBED_TRIO(SwitchRecord, SpecialSwitchEnable##Name##IsChanged,                               \
                            SpecialReportSwitchEnable##Name, SpecialSwitchEnable##Name##Reset, kSwitch##Name, \
-                           NULL)
+                           NULL, kSpecialCommonHooks)
 SPECIAL_SWITCHES(SPECIAL_SWITCH_TRIO)
 #undef SPECIAL_SWITCH_TRIO
