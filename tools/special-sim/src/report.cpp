@@ -1,34 +1,14 @@
-// Summary tables and JUnit XML (see report.h).
+// Summary tables and JUnit XML (see report.h); the XML is written by pugixml.
 #include "report.h"
 
 #include <map>
+#include <sstream>
+
+#include <pugixml.hpp>
 
 namespace sim {
 
 namespace {
-
-std::string XmlEscape(const std::string &text) {
-    std::string out;
-    for (char c : text) {
-        switch (c) {
-        case '&':
-            out += "&amp;";
-            break;
-        case '<':
-            out += "&lt;";
-            break;
-        case '>':
-            out += "&gt;";
-            break;
-        case '"':
-            out += "&quot;";
-            break;
-        default:
-            out += c;
-        }
-    }
-    return out;
-}
 
 std::string JoinLines(const std::vector<std::string> &lines) {
     std::string out;
@@ -79,28 +59,35 @@ void PrintQualifyTable(FILE *out, const std::vector<QualifyRow> &rows) {
 }
 
 std::string JUnitXml(const std::vector<QualifyRow> &rows, const std::string &app) {
-    std::string xml =
-        "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<testsuites>\n  <testsuite name=\"special-sim qualify " +
-        XmlEscape(app) + "\" tests=\"" + std::to_string(rows.size()) + "\" failures=\"" +
-        std::to_string(CountStatus(rows, "FAILED")) + "\" skipped=\"" +
-        std::to_string(CountStatus(rows, "not exercised")) + "\">\n";
+    pugi::xml_document doc;
+    pugi::xml_node decl = doc.append_child(pugi::node_declaration);
+    decl.append_attribute("version") = "1.0";
+    decl.append_attribute("encoding") = "UTF-8";
+    pugi::xml_node suite = doc.append_child("testsuites").append_child("testsuite");
+    suite.append_attribute("name") = ("special-sim qualify " + app).c_str();
+    suite.append_attribute("tests") = static_cast<unsigned>(rows.size());
+    suite.append_attribute("failures") = CountStatus(rows, "FAILED");
+    suite.append_attribute("skipped") = CountStatus(rows, "not exercised");
     for (const QualifyRow &r : rows) {
-        xml += "    <testcase classname=\"qualify." + XmlEscape(r.file) + "\" name=\"" +
-               XmlEscape(r.capability) + "\"";
-        xml += ">\n";
-        std::string body = XmlEscape(JoinLines(r.problems));
+        pugi::xml_node test = suite.append_child("testcase");
+        test.append_attribute("classname") = ("qualify." + r.file).c_str();
+        test.append_attribute("name") = r.capability.c_str();
         if (r.status == "FAILED") {
-            xml += "      <failure message=\"" + std::to_string(r.problems.size()) + " problem(s)\">" + body +
-                   "</failure>\n";
+            pugi::xml_node failure = test.append_child("failure");
+            failure.append_attribute("message") = (std::to_string(r.problems.size()) + " problem(s)").c_str();
+            failure.text() = JoinLines(r.problems).c_str();
         } else if (r.status != "passed") {
-            xml += "      <skipped message=\"not exercised\">" + body + "</skipped>\n";
+            pugi::xml_node skipped = test.append_child("skipped");
+            skipped.append_attribute("message") = "not exercised";
+            skipped.text() = JoinLines(r.problems).c_str();
         }
         if (!r.notes.empty()) {
-            xml += "      <system-out>" + XmlEscape(JoinLines(r.notes)) + "</system-out>\n";
+            test.append_child("system-out").text() = JoinLines(r.notes).c_str();
         }
-        xml += "    </testcase>\n";
     }
-    return xml + "  </testsuite>\n</testsuites>\n";
+    std::ostringstream out;
+    doc.save(out, "  ");
+    return out.str();
 }
 
 } // namespace sim
