@@ -11,15 +11,11 @@ apt_install_missing doxygen
 
 out=${DOCS_BUILD_DIR:-build-docs}
 rm -rf "$out"
-mkdir -p "$out/include"
-# The generated header as the 32-bit target's build makes it: the project's version and
-# 4-byte time_t and pointers.
-version=$(sed -n 's/^project(noltDevSDK_special VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
-IFS=. read -r major minor patch <<<"$version"
-sed -e "s/@PROJECT_VERSION_MAJOR@/$major/" -e "s/@PROJECT_VERSION_MINOR@/$minor/" \
-    -e "s/@PROJECT_VERSION_PATCH@/$patch/" -e "s/@PROJECT_VERSION@/$version/" \
-    -e "s/@NOLTDEV_SIZEOF_TIME_T@/4/" -e "s/@CMAKE_SIZEOF_VOID_P@/4/" \
-    cmake/noltDevSDK_special_build.h.in >"$out/include/noltDevSDK_special_build.h"
+# The generated header as CMake makes it (version and layout of this machine's build):
+# a configure of the module alone, nothing built.
+bash scripts/install-deps.sh >/dev/null
+cmake -S . -B "$out" -DNOLTDEV_BUILD_HOST_SDK=OFF -DNOLTDEV_BUILD_TESTS=OFF -DNOLTDEV_BUILD_TOOLS=OFF >/dev/null
+version=$(sed -n 's/^#define NOLTDEVSDK_SPECIAL_VERSION_STRING "\(.*\)"/\1/p' "$out/include/noltDevSDK_special_build.h")
 
 start=$SECONDS
 rc=0
