@@ -2,10 +2,8 @@
 // it: the module gives its defined result and log line, does not crash or leak (the
 // sanitizer and valgrind stages run this test too), and works again once the fault is
 // lifted. The matrix of operation x site -> result is printed at the end.
-#include <chrono>
 #include <cstdio>
 #include <functional>
-#include <thread>
 
 #include "noltDevSDK_special_protocol.h"
 #include "special_fixture.h"
@@ -65,17 +63,13 @@ class FaultMatrix : public SpecialFixture {
     size_t Delivered() { return SpecialFixture::Deliveries().size() - delivered_; }
     // Waits until op was asked at least n times (a worker thread reached it).
     bool WaitCalls(int op, int n) {
-        for (int i = 0; i < 5000 && noltdev_host_fault_calls(op) < n; ++i) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }
-        return noltdev_host_fault_calls(op) >= n;
+        return WaitUntil([&] { return noltdev_host_fault_calls(op) >= n; });
     }
-    size_t Answers(uint32_t command) {
-        size_t n = 0;
-        for (const Sent &s : SentMessages()) {
-            n += s.command == command ? 1 : 0;
-        }
-        return n;
+    size_t Answers(uint32_t command) { return SentCount(command); }
+    // Forces the trusteeship report and polls once, so that it goes out now.
+    void ForceTrusteeship() {
+        Force(NOLTDEVSDK_SPECIAL_ITEM_TRUSTEESHIP);
+        Poll();
     }
     std::string AnswerResult(uint32_t command) {
         for (const Sent &s : SentMessages()) {
@@ -143,13 +137,11 @@ const Cell kCells[] = {
      [](FaultMatrix &t) { t.VoiceSendDropped(); }, [](FaultMatrix &t) { t.VoiceAnswered(); }},
     {NOLTDEV_HOST_FAULT_KERNEL_SEND, "status report", 0, 1, "report lost, next force sends",
      [](FaultMatrix &t) {
-         t.Force(40);
-         t.Poll();
+         t.ForceTrusteeship();
          EXPECT_EQ(0u, t.SentCount());
      },
      [](FaultMatrix &t) {
-         t.Force(40);
-         t.Poll();
+         t.ForceTrusteeship();
          EXPECT_EQ(1u, t.Answers(kPu2CenPltReportTrusteeshipReq));
      }},
     {NOLTDEV_HOST_FAULT_KERNEL_SEND, "device request", 0, 1, "SEND_MSG_ERROR",
@@ -196,8 +188,7 @@ const Cell kCells[] = {
      [](FaultMatrix &) { EXPECT_EQ(0, noltDevSDK_special_fini()); },
      [](FaultMatrix &t) {
          t.Fresh();
-         t.Force(40);
-         t.Poll();
+         t.ForceTrusteeship();
          EXPECT_EQ(1u, t.Answers(kPu2CenPltReportTrusteeshipReq));
      }},
     {NOLTDEV_HOST_FAULT_REPORT_FORCE, "custom-voice worker", 0, 1, "answered 0, report not forced",
@@ -290,13 +281,11 @@ const Cell kCells[] = {
      }},
     {NOLTDEV_HOST_FAULT_JSON_ALLOC, "trusteeship report", 0, 1, "report lost, next force sends",
      [](FaultMatrix &t) {
-         t.Force(40);
-         t.Poll();
+         t.ForceTrusteeship();
          EXPECT_EQ(0u, t.SentCount());
      },
      [](FaultMatrix &t) {
-         t.Force(40);
-         t.Poll();
+         t.ForceTrusteeship();
          EXPECT_EQ(1u, t.SentCount());
      }},
 };

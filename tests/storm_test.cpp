@@ -21,18 +21,13 @@ int Scaled(int count) {
     return p > 0 && p < 100 ? std::max(10, count * p / 100) : count;
 }
 
-// A field of /proc/self/status, through the host SDK.
-long Status(const std::string &key) {
-    return noltdev_host_process_status(key.c_str());
-}
-
 // Samples the thread count until stopped, keeping the peak.
 class ThreadPeak {
   public:
     ThreadPeak()
         : sampler_([this] {
               while (!stop_) {
-                  long n = Status("Threads");
+                  long n = noltdev_host_process_status("Threads");
                   if (n > peak_) {
                       peak_ = n;
                   }
@@ -61,14 +56,11 @@ class Storm : public SpecialFixture {
         // a first thread brings up whatever the runtime starts with it (a sanitizer's
         // background thread), so that the count can come back to this base
         std::thread([] {}).join();
-        base_threads_ = Status("Threads");
+        base_threads_ = noltdev_host_process_status("Threads");
     }
-    // Waits until pred holds (a generous bound against a hang, not a timing check).
-    template <class Pred> bool WaitUntil(Pred pred) {
-        for (int i = 0; i < 240000 && !pred(); ++i) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(1));
-        }
-        return pred();
+    // A generous bound against a hang, not a timing check.
+    static bool WaitUntil(const std::function<bool()> &pred) {
+        return SpecialFixture::WaitUntil(pred, 240000);
     }
     // Answers (response messages) by sequence number: how many, and of which command.
     std::map<uint32_t, std::vector<uint32_t>> AnswersBySeq() {
@@ -106,7 +98,7 @@ TEST_F(Storm, CustomVoiceWhileTheServicePolls) {
     const size_t refused = static_cast<size_t>(n / every);
     ASSERT_TRUE(WaitUntil([&] { return Responses() + CountLog("pthread creaete error\n") >= size_t(n); }));
     // every worker has ended once the count is back to the kernel's and service's threads
-    ASSERT_TRUE(WaitUntil([&] { return Status("Threads") <= base_threads_ + 3; }));
+    ASSERT_TRUE(WaitUntil([&] { return noltdev_host_process_status("Threads") <= base_threads_ + 3; }));
     long peak_threads = peak.Stop();
     noltdev_host_report_stop();
     noltdev_host_msg_thread_stop();
@@ -126,7 +118,8 @@ TEST_F(Storm, CustomVoiceWhileTheServicePolls) {
     }
     std::printf("voice storm: %d commands, %zu answered, %zu refused, threads base %ld peak %ld final %ld, "
                 "peak RSS %ld KiB\n",
-                n, answers.size(), refused, base_threads_, peak_threads, Status("Threads"), Status("VmHWM"));
+                n, answers.size(), refused, base_threads_, peak_threads,
+                noltdev_host_process_status("Threads"), noltdev_host_process_status("VmHWM"));
 }
 
 // One of the mixed commands: what to inject and the answer it must bring.
@@ -161,7 +154,7 @@ TEST_F(Storm, MixedCommandsFromTwoThreadsPairedBySequence) {
     a.join();
     b.join();
     ASSERT_TRUE(WaitUntil([&] { return Responses() >= size_t(n); }));
-    ASSERT_TRUE(WaitUntil([&] { return Status("Threads") <= base_threads_ + 2; }));
+    ASSERT_TRUE(WaitUntil([&] { return noltdev_host_process_status("Threads") <= base_threads_ + 2; }));
     long peak_threads = peak.Stop();
     noltdev_host_report_stop();
 
@@ -175,7 +168,8 @@ TEST_F(Storm, MixedCommandsFromTwoThreadsPairedBySequence) {
     }
     std::printf(
         "mixed storm: %d commands from 2 threads, %zu paired, threads peak %ld final %ld, peak RSS %ld KiB\n",
-        n, answers.size(), peak_threads, Status("Threads"), Status("VmHWM"));
+        n, answers.size(), peak_threads, noltdev_host_process_status("Threads"),
+        noltdev_host_process_status("VmHWM"));
 }
 
 } // namespace

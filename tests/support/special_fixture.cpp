@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <sstream>
+#include <thread>
 
 #include "noltDevSDK_report_status.h"
 
@@ -10,7 +11,15 @@ namespace special_test {
 
 namespace {
 SpecialFixture *g_current = nullptr;
+
+size_t CountOf(const std::vector<Sent> &sent, uint32_t command) {
+    size_t n = 0;
+    for (const Sent &s : sent) {
+        n += s.command == command ? 1 : 0;
+    }
+    return n;
 }
+} // namespace
 
 pugi::xml_node Sent::Node(const std::string &path) const {
     if (!xml) {
@@ -214,13 +223,20 @@ bool SpecialFixture::WaitForSent(size_t n, int timeout_ms) {
 
 bool SpecialFixture::WaitForCommand(uint32_t command, size_t n, int timeout_ms) {
     std::unique_lock<std::mutex> lock(mu_);
-    return cv_.wait_for(lock, std::chrono::milliseconds(timeout_ms), [&] {
-        size_t seen = 0;
-        for (const Sent &s : sent_) {
-            seen += s.command == command ? 1 : 0;
-        }
-        return seen >= n;
-    });
+    return cv_.wait_for(lock, std::chrono::milliseconds(timeout_ms),
+                        [&] { return CountOf(sent_, command) >= n; });
+}
+
+size_t SpecialFixture::SentCount(uint32_t command) {
+    std::lock_guard<std::mutex> lock(mu_);
+    return CountOf(sent_, command);
+}
+
+bool SpecialFixture::WaitUntil(const std::function<bool()> &pred, int timeout_ms) {
+    for (int i = 0; i < timeout_ms && !pred(); ++i) {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
+    return pred();
 }
 
 int SpecialFixture::Inject(int command, uint32_t seq, const std::string &body) {

@@ -90,6 +90,8 @@ class SpecialFixture : public ::testing::Test {
     // ---- the platform ----
     std::vector<Sent> SentMessages();
     size_t SentCount();
+    // Messages of this command sent so far.
+    size_t SentCount(uint32_t command);
     void ClearSent();
     // Result the kernel gives every send (0: accepted).
     void SetSendResult(int rc);
@@ -97,6 +99,9 @@ class SpecialFixture : public ::testing::Test {
     bool WaitForSent(size_t n, int timeout_ms = 5000);
     // Waits likewise until at least n messages of this command were sent.
     bool WaitForCommand(uint32_t command, size_t n, int timeout_ms = 5000);
+    // For what no sink signals (a thread count, a counter of the host SDK): checks pred
+    // every millisecond until it holds; false when timeout_ms passed first.
+    static bool WaitUntil(const std::function<bool()> &pred, int timeout_ms = 5000);
     // Delivers a platform message to the domain at once.
     int Inject(int command, uint32_t seq, const std::string &body);
 
