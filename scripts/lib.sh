@@ -59,7 +59,7 @@ cross_triplet() {
 # directory), cc (the C compiler), cmake_args (for a separate CMake project), run (how a
 # target program is started: qemu-arm with the cross loader and its own C runtime, as
 # the toolchain file's emulator) and pc_libdir (pkg-config's system directories).
-# Fails for any other target.
+# Any other target: prints the caller's usage and exits 2.
 select_app_target() {
     local root
     root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
@@ -75,7 +75,10 @@ select_app_target() {
         run=(qemu-arm -L /usr/arm-linux-gnueabihf -E LD_LIBRARY_PATH=/usr/arm-linux-gnueabihf/lib)
         pc_libdir=/usr/lib/arm-linux-gnueabihf/pkgconfig:/usr/share/pkgconfig
         ;;
-    *) return 1 ;;
+    *)
+        echo "usage: $0 [host|armhf]" >&2
+        exit 2
+        ;;
     esac
 }
 

@@ -14,10 +14,7 @@ cd "$root"
 target=${1:-host}
 # shellcheck source=scripts/lib.sh
 . "$here/lib.sh"
-select_app_target "$target" || {
-    echo "usage: $0 [host|armhf]" >&2
-    exit 2
-}
+select_app_target "$target"
 
 out=$build/qualify
 stage=$out/stage

@@ -10,29 +10,21 @@ namespace {
 
 struct FaultRow {
     const char *name;
-    int calls;
-    int injected;
-    int skip;
-    int count; // failures left; < 0: without end
-    int every;
-    int code;
-    bool armed;
+    int calls = 0;
+    int injected = 0;
+    int skip = 0;
+    int count = 0; // failures left; < 0: without end
+    int every = 0;
+    int code = 0;
+    bool armed = false;
 };
 
 // Indexed by noltdev_host_fault_op; the names are those of the simulator's fail step.
+// Every row starts disarmed, its counters at zero.
 FaultRow g_rows[NOLTDEV_HOST_FAULT_COUNT] = {
-    {"send", 0, 0, 0, 0, 0, 0, false},
-    {"redirect", 0, 0, 0, 0, 0, 0, false},
-    {"extend_load", 0, 0, 0, 0, 0, 0, false},
-    {"report_register", 0, 0, 0, 0, 0, 0, false},
-    {"report_unregister", 0, 0, 0, 0, 0, 0, false},
-    {"report_force", 0, 0, 0, 0, 0, 0, false},
-    {"shadow_register", 0, 0, 0, 0, 0, 0, false},
-    {"shadow_deregister", 0, 0, 0, 0, 0, 0, false},
-    {"shadow_deliver", 0, 0, 0, 0, 0, 0, false},
-    {"thread_create", 0, 0, 0, 0, 0, 0, false},
-    {"json_alloc", 0, 0, 0, 0, 0, 0, false},
-    {"malloc", 0, 0, 0, 0, 0, 0, false},
+    {"send"},         {"redirect"},        {"extend_load"},       {"report_register"}, {"report_unregister"},
+    {"report_force"}, {"shadow_register"}, {"shadow_deregister"}, {"shadow_deliver"},  {"thread_create"},
+    {"json_alloc"},   {"malloc"},
 };
 
 // A plain mutex: the table is asked from the allocator wrappers, so nothing here may

@@ -27,11 +27,6 @@
 
 namespace {
 
-// A field of /proc/self/status, through the host SDK.
-long Status(const std::string &key) {
-    return noltdev_host_process_status(key.c_str());
-}
-
 // What one cycle's transcript held.
 struct Tally {
     long commands = 0;            // platform commands injected
@@ -147,7 +142,7 @@ Tally RunCycle(const sim::Scenario &scenario, const std::set<long> &must_answer)
 // measured is what is live, not what the heap happens to keep.
 long Rss() {
     malloc_trim(0);
-    return Status("VmRSS");
+    return noltdev_host_process_status("VmRSS");
 }
 
 // Whether the step is the scenario command of this word.
@@ -289,7 +284,7 @@ void Account(Soak *soak, const Tally &t) {
 
 // Prints the last line; 0 when nothing was lost, unexpected, grown or left running.
 int Report(Soak *soak) {
-    const long rss_end = Rss(), threads_end = Status("Threads");
+    const long rss_end = Rss(), threads_end = noltdev_host_process_status("Threads");
     if (soak->rss_start == 0) {
         soak->rss_start = rss_end; // too short a run to judge the growth
     }
@@ -324,7 +319,7 @@ int main(int argc, char **argv) {
     soak.expected_errors = base.errors;
     soak.pool = Pool(demo);
     soak.rng.seed(soak.options.seed);
-    soak.threads_start = Status("Threads");
+    soak.threads_start = noltdev_host_process_status("Threads");
     auto until = std::chrono::steady_clock::now() + std::chrono::seconds(soak.options.seconds);
     do {
         Tally t = RunCycle(MakeCycle(&soak), soak.must_answer);
