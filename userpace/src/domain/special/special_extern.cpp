@@ -10,6 +10,7 @@
 #include "special.h"
 #include "special_app.h"
 #include "special_bus.h"
+#include "special_capacity.h"
 #include "special_enum.h"
 #include "special_extern.h"
 #include "special_platform_keys.h"
@@ -40,7 +41,7 @@ static void SpecialRegisterRedirects(void) {
     Common_redirect_pair pair;
     memset(&pair, 0, sizeof(pair));
     pair.domain_id = SPECIAL_DOMAIN_ID;
-    for (size_t i = 0; i < sizeof(kSpecialRedirects) / sizeof(kSpecialRedirects[0]); ++i) {
+    for (size_t i = 0; i < SPECIAL_COUNT_OF(kSpecialRedirects); ++i) {
         pair.command_id = static_cast<NOLTDEV_SDK_UINT32>(kSpecialRedirects[i].cmd);
         /* cleared first: no tail of a longer key survives into a shorter one */
         memset(pair.type, 0, sizeof(pair.type));

@@ -3,6 +3,7 @@
 
 #include "consts.h"
 #include "special.h"
+#include "special_capacity.h"
 #include "special_handlers.h"
 #include "special_routes.h"
 
@@ -24,7 +25,7 @@ static const special_route kSpecialRoutes[] = {
 };
 
 const special_route *SpecialRouteFind(int cmd) {
-    for (size_t i = 0; i < sizeof(kSpecialRoutes) / sizeof(kSpecialRoutes[0]); ++i) {
+    for (size_t i = 0; i < SPECIAL_COUNT_OF(kSpecialRoutes); ++i) {
         if (kSpecialRoutes[i].cmd == cmd) {
             return &kSpecialRoutes[i];
         }
