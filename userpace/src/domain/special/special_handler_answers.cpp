@@ -8,6 +8,7 @@
 #include "log_ctrl.h"
 #include "special.h"
 #include "special_bus.h"
+#include "special_capacity.h"
 #include "special_handler_util.h"
 #include "special_handlers.h"
 
@@ -41,7 +42,7 @@ static void ReadDevInfo(CMarkupSTL *req, const CMarkupSTL *rsp, noltDevSDK_speci
     SpecialFindText(req, "LocalIP", true, record->local_ip, sizeof record->local_ip);
     /* each "Port" continues after the last element found, so they follow "LocalIP";
      * the array holds 16 and later ones are ignored */
-    const size_t max_ports = sizeof record->mapped_port_infos / sizeof record->mapped_port_infos[0];
+    const size_t max_ports = SPECIAL_COUNT_OF(record->mapped_port_infos);
     for (size_t i = 0; i < max_ports && req->FindElem("Port", false); ++i) {
         noltDevSDK_special_voddns_mapped_info *port = &record->mapped_port_infos[i];
         SpecialAttribText(req, "Type", port->type, sizeof port->type);
