@@ -263,3 +263,19 @@ TEST(HostLog, WantedWhenPrintedOrHooked) {
 }
 
 } // namespace
+
+// Process figures come from whole field names only: a prefix of a name is no field.
+TEST(HostProcess, StatusFieldsByWholeName) {
+    struct Row {
+        const char *key;
+        bool present;
+    } rows[] = {{"Threads", true}, {"VmRSS", true},        {"VmHWM", true}, {"Vm", false},
+                {"Thread", false}, {"NoSuchField", false}, {"", false}};
+    for (const Row &row : rows) {
+        EXPECT_EQ(row.present, noltdev_host_process_status(row.key) > 0) << row.key;
+    }
+    EXPECT_EQ(0, noltdev_host_process_status(nullptr));
+    const long before = noltdev_host_process_status("Threads");
+    std::thread worker([&] { EXPECT_GT(noltdev_host_process_status("Threads"), before); });
+    worker.join();
+}

@@ -23,6 +23,8 @@
 #include "record_tables.h"
 #include "report.h"
 
+#include <pugixml.hpp>
+
 namespace sim {
 namespace {
 
@@ -350,6 +352,40 @@ TEST(Report, JUnitHasOneCasePerRowWithFailuresAndSkips) {
     EXPECT_NE(xml.find("<failure message=\"1 problem(s)\">error text &lt;y&gt;"), std::string::npos);
     EXPECT_NE(xml.find("<skipped message=\"not exercised\">no hook"), std::string::npos);
     EXPECT_NE(xml.find("<system-out>info &lt;x&gt;"), std::string::npos);
+}
+
+// What a CI server reads: well-formed XML whatever the texts hold, one case per row, and
+// each row's verdict as the element JUnit readers look for.
+TEST(Report, JUnitParsesBackRowByRow) {
+    struct Row {
+        QualifyRow row;
+        const char *verdict; // the element under the case, "" for none
+        const char *text;    // that element's text
+    } rows[] = {
+        {{"quotes \" and 'apostrophes'", "01.scn", "passed", {}, {}}, "", ""},
+        {{"c", "02 & <x>.scn", "FAILED", {"a ]]> b", "second"}, {}}, "failure", "a ]]> b\nsecond\n"},
+        {{"d", "03.scn", "not exercised", {"no hook"}, {"info"}}, "skipped", "no hook\n"},
+    };
+    std::vector<QualifyRow> qualify;
+    for (const Row &r : rows) {
+        qualify.push_back(r.row);
+    }
+    pugi::xml_document doc;
+    ASSERT_TRUE(doc.load_string(JUnitXml(qualify, "lib<&>.so").c_str()));
+    pugi::xml_node suite = doc.child("testsuites").child("testsuite");
+    EXPECT_STREQ("special-sim qualify lib<&>.so", suite.attribute("name").value());
+    size_t i = 0;
+    for (pugi::xml_node test : suite.children("testcase")) {
+        ASSERT_LT(i, sizeof rows / sizeof rows[0]);
+        const Row &r = rows[i++];
+        EXPECT_EQ(r.row.capability, test.attribute("name").value());
+        EXPECT_EQ("qualify." + r.row.file, test.attribute("classname").value());
+        pugi::xml_node verdict = test.first_child();
+        EXPECT_STREQ(r.verdict, verdict.name()) << r.row.capability;
+        EXPECT_STREQ(r.text, verdict.child_value()) << r.row.capability;
+        EXPECT_EQ(!r.row.notes.empty(), !test.child("system-out").empty());
+    }
+    EXPECT_EQ(sizeof rows / sizeof rows[0], i);
 }
 
 } // namespace

@@ -1,0 +1,89 @@
+// The one way into the application: the envelope each callback receives, the block a
+// runtime query hands back, and no call at all when a callback is missing. Also the
+// capacities the module derives from the records, against the platform's numbers.
+#include <cstdlib>
+
+#include "special_app.h"
+#include "special_capacity.h"
+#include "special_fixture.h"
+
+namespace special_test {
+namespace {
+
+class AppEnvelope : public SpecialFixture {
+  protected:
+    void SetUp() override {
+        SpecialFixture::SetUp();
+        ASSERT_EQ(0, Init());
+    }
+};
+
+TEST_F(AppEnvelope, RecvMsgGetsTypeRecordAndLenAndItsAnswerComesBack) {
+    struct Row {
+        int type;
+        int rc;
+    } rows[] = {{NOLTDEVSDK_SPECIAL_ON_DELAY_SLEEP, 0}, {NOLTDEVSDK_SPECIAL_ON_DELAY_SLEEP, -9}};
+    for (const Row &row : rows) {
+        SetRecvResult(row.type, row.rc);
+        noltDevSDK_special_delay_sleep_type record = {3, 4};
+        int rc = 12345;
+        ASSERT_TRUE(SpecialAppRecvMsg(row.type, &record, sizeof record, &rc));
+        EXPECT_EQ(row.rc, rc) << row.type;
+        ASSERT_FALSE(Deliveries().empty());
+        const Delivery d = Deliveries().back();
+        EXPECT_EQ(row.type, d.type);
+        EXPECT_EQ(static_cast<int>(sizeof record), d.len);
+        EXPECT_EQ(3, d.As<noltDevSDK_special_delay_sleep_type>().channel);
+    }
+}
+
+TEST_F(AppEnvelope, RuntimeQueryFillsTheRecordOrHandsBackTheApplicationsBlock) {
+    SetRuntime(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, noltDevSDK_Trusteeship{"BASE01"});
+    noltDevSDK_Trusteeship trusteeship = {};
+    void *record = &trusteeship;
+    int rc = -1;
+    ASSERT_TRUE(
+        SpecialAppRuntimeInfo(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, &record, sizeof trusteeship, &rc));
+    EXPECT_EQ(0, rc);
+    EXPECT_EQ(&trusteeship, record);
+    EXPECT_STREQ("BASE01", trusteeship.subserial);
+
+    // type 9 starts from no block; what the application allocated comes back to free
+    void *allocated = std::malloc(8);
+    SetRuntimeHook(NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP,
+                   [allocated](noltDevSDK_special_runtime_info *info) {
+                       EXPECT_EQ(nullptr, info->data);
+                       EXPECT_EQ(0, info->len);
+                       info->data = allocated;
+                       return 0;
+                   });
+    void *block = nullptr;
+    ASSERT_TRUE(SpecialAppRuntimeInfo(NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP, &block, 0, &rc));
+    EXPECT_EQ(allocated, block);
+    std::free(block);
+}
+
+TEST_F(AppEnvelope, MissingCallbacksAreNotCalled) {
+    noltDevSDK_special_fini();
+    noltdev_host_kernel_reset();
+    ASSERT_EQ(0, Init(false));
+    int rc = 77;
+    noltDevSDK_wake wake = {};
+    void *record = &wake;
+    EXPECT_FALSE(SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_WAKE, &wake, sizeof wake, &rc));
+    EXPECT_FALSE(SpecialAppRuntimeInfo(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, &record, sizeof wake, &rc));
+    EXPECT_EQ(77, rc);
+    EXPECT_EQ(&wake, record);
+    EXPECT_TRUE(Deliveries().empty());
+}
+
+// The capacities the module walks are the ones the platform's documents give.
+TEST(Capacity, DerivedFromTheRecordsAsThePlatformCountsThem) {
+    EXPECT_EQ(7, kSpecialPlanDays);
+    EXPECT_EQ(5, kSpecialPlanSegments);
+    EXPECT_EQ(16, kSpecialVoices);
+    EXPECT_EQ(16, kSpecialMappedPorts);
+}
+
+} // namespace
+} // namespace special_test
