@@ -43,7 +43,8 @@ target_include_directories(noltDevSDK_special_objects
   PRIVATE ${PROJECT_SOURCE_DIR}/userpace/src/domain/special ${PROJECT_SOURCE_DIR}/userpace/src/include)
 target_link_libraries(noltDevSDK_special_objects PUBLIC noltdev_platform_headers noltdev_cjson Threads::Threads)
 if(NOLTDEV_COVERAGE)
-  target_compile_options(noltDevSDK_special_objects PRIVATE --coverage -O0)
+  # the storms count from many threads at once: counters updated atomically stay exact
+  target_compile_options(noltDevSDK_special_objects PRIVATE --coverage -O0 -fprofile-update=atomic)
   target_link_options(noltDevSDK_special_objects INTERFACE --coverage)
 endif()
 if(NOLTDEV_STACK_USAGE)
