@@ -36,6 +36,21 @@ INSTANTIATE_TEST_SUITE_P(
                              {0, INT_MIN, INT_MAX}),
                       NoCallbacks(kCenPlt2PuSetSwitchEnableReq, "0")));
 
+// A body that is not one well-formed document reaches no handler and is answered 3.
+CommandCase NotWellFormed(const std::string &body) {
+    return {kCenPlt2PuSetSwitchEnableReq, body, -1, {}, {}, "3"};
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    SwitchNotWellFormed, Command,
+    ::testing::Values(NotWellFormed(Request(R"(<Switch Type="15" Enable="1" Channel="2"/>&)")),
+                      NotWellFormed(Request(R"(<Switch Type="15" Enable="1" Channel="2">&nbsp;</Switch>)")),
+                      NotWellFormed(Request(R"(<Switch Type="15" Type="611" Enable="1"/>)")),
+                      NotWellFormed(Request(R"(<Switch Type="15" Enable="<1" Channel="2"/>)")),
+                      NotWellFormed(Request(R"(<Switch Type="15"></Swich>)")),
+                      NotWellFormed(Request("") + "<Request/>"), NotWellFormed("text" + Request("")),
+                      NotWellFormed(Request(R"(<1Switch Type="15"/>)"))));
+
 INSTANTIATE_TEST_SUITE_P(
     FlowCount, Command,
     ::testing::Values(

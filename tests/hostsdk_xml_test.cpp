@@ -36,6 +36,64 @@ TEST(HostXml, SetDocAcceptsExactlyOneDocumentAndKeepsOtherTextRaw) {
     }
 }
 
+// Each row breaks one well-formedness rule that a lenient parser lets through.
+TEST(HostXml, SetDocRefusesWhatIsNotWellFormed) {
+    const char *const refused[] = {"<a>x & y</a>",
+                                   "<a>&nbsp;</a>",
+                                   "<a x=\"1\" x=\"2\"/>",
+                                   "<a x=\"<\"/>",
+                                   "<a x=\"&\"/>",
+                                   "<a>&amp</a>",
+                                   "<a>&#0;</a>",
+                                   "<a>&#xZZ;</a>",
+                                   "<a>&#x110000;</a>",
+                                   "<a>&#;</a>",
+                                   "<a></b>",
+                                   "<a><b></a></b>",
+                                   "<1a/>",
+                                   "<-a/>",
+                                   "<a -b=\"1\"/>",
+                                   "<a x=1/>",
+                                   "<a x></a>",
+                                   "<a x=\"1\"y=\"2\"/>",
+                                   "<a x='1\"/>",
+                                   "<a ></ a>",
+                                   "<a>]]></a>",
+                                   "<a><![CDATA[x]></a>",
+                                   "<a><!-- a -- b --></a>",
+                                   "<a><!-- x ---></a>",
+                                   "<a>\x01</a>",
+                                   "<a/>\x01",
+                                   "<a>\xff</a>",
+                                   "<a>\xc3\x28</a>",
+                                   "<a>\xc0\xbc</a>",
+                                   " <?xml version=\"1.0\"?><a/>",
+                                   "<?xml version=\"1.0\"?><?xml version=\"1.0\"?><a/>",
+                                   "<a><?xml version=\"1.0\"?></a>",
+                                   "<?xml encoding=\"UTF-8\"?><a/>",
+                                   "<?XML version=\"1.0\"?><a/>",
+                                   "<a/><!DOCTYPE a>",
+                                   "<!DOCTYPE a [<!ENTITY nbsp \"x\">]><a>&nbsp;</a>",
+                                   "x<a/>",
+                                   "<a/><b/>"};
+    for (const char *text : refused) {
+        CMarkupSTL doc;
+        EXPECT_FALSE(doc.SetDoc(text)) << text;
+        EXPECT_EQ(text, doc.GetDoc());
+    }
+    const char *const accepted[] = {"<a>&#65;&#x41;&lt;&gt;&amp;&apos;&quot;</a>",
+                                    "<?xml version='1.0' standalone='yes'?><a/>",
+                                    "\xEF\xBB\xBF<?xml version=\"1.0\"?><a/>",
+                                    "<!DOCTYPE a SYSTEM \"x>y\"><a/>",
+                                    "<a b:c=\"1\" d.e-f='&lt;'></a >",
+                                    "<a>\xc3\xa9\xe4\xb8\xad\xf0\x9f\x98\x80</a>",
+                                    "<?pi x?><a><!-- - --><![CDATA[<&]]></a>"};
+    for (const char *text : accepted) {
+        CMarkupSTL doc;
+        EXPECT_TRUE(doc.SetDoc(text)) << text;
+    }
+}
+
 TEST(HostXml, FindElemRestartsOrContinues) {
     CMarkupSTL doc("<r><a>1</a><b>2</b><a>3</a><c>4</c></r>");
     ASSERT_TRUE(doc.FindElem("r"));

@@ -1,9 +1,10 @@
-// CMarkupSTL's document: construction, parsing with the one-document check, printing,
+// CMarkupSTL's document: construction, parsing with the well-formedness checks, printing,
 // and the position reset.
 #include <cstring>
 
 #include "markupstl_impl.h"
 #include "markupstl_spares.h"
+#include "markupstl_wellformed.h"
 
 namespace {
 
@@ -54,6 +55,22 @@ bool IsOneDocument(const pugi::xml_document &doc) {
     return elements == 1;
 }
 
+bool RepeatsAnAttribute(pugi::xml_node node) {
+    for (pugi::xml_attribute a = node.first_attribute(); a; a = a.next_attribute()) {
+        for (pugi::xml_attribute b = a.next_attribute(); b; b = b.next_attribute()) {
+            if (std::strcmp(a.name(), b.name()) == 0) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+// What the parsed tree shows: one document, each attribute named once per element.
+bool IsWellFormedDocument(const pugi::xml_document &doc) {
+    return IsOneDocument(doc) && !doc.find_node(RepeatsAnAttribute);
+}
+
 class AppendWriter : public pugi::xml_writer {
   public:
     explicit AppendWriter(std::string &out) : out_(out) {}
@@ -84,9 +101,9 @@ bool CMarkupSTL::SetDoc(const char *text) {
     // Parsed in a copy the state keeps, so that no buffer is allocated per document.
     size_t len = std::strlen(text);
     m.text.assign(text, len);
-    pugi::xml_parse_result parsed =
-        m.doc.load_buffer_inplace(&m.text[0], len, kParseFlags, pugi::encoding_utf8);
-    if (!parsed || !IsOneDocument(m.doc)) {
+    bool lexical = noltdev_xml::IsLexicallyWellFormed(text, len);
+    if (!lexical || !m.doc.load_buffer_inplace(&m.text[0], len, kParseFlags, pugi::encoding_utf8) ||
+        !IsWellFormedDocument(m.doc)) {
         m.doc.reset();
         m.raw = true;
         m.text.assign(text, len); // the parse wrote into the copy
