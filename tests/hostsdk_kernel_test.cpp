@@ -27,6 +27,7 @@ struct Seen {
     std::vector<int> events;
     std::thread::id thread; // of the last delivery
     bool terminated = true;
+    const char *kept = nullptr; // the last body's pointer, kept beyond its call
 };
 
 class HostKernel : public ::testing::Test {
@@ -45,6 +46,7 @@ class HostKernel : public ::testing::Test {
             seen->terminated = seen->terminated && buf[msg->buf_len] == '\0';
             seen->seqs.push_back(msg->msg_seq);
             seen->thread = std::this_thread::get_id();
+            seen->kept = buf;
         };
         ext_.noltdev_sdk_kernel_extend_event = [](noltdev_sdk_kernel_event *event, void *user) {
             static_cast<Seen *>(user)->events.push_back(event->event_type);
@@ -104,6 +106,38 @@ TEST_F(HostKernel, InjectAndEventsArriveAtOnceOnTheCallersThread) {
     EXPECT_EQ(NOLTDEV_SDK_KERNEL_ERR_PARAM, noltdev_host_raise_event(kDomain, 99));
     EXPECT_EQ(NOLTDEV_SDK_KERNEL_ERR_NO_DOMAIN, noltdev_host_raise_event(5, 0));
     EXPECT_EQ((std::vector<int>{0, 6}), seen_.events);
+}
+
+#if defined(__SANITIZE_ADDRESS__)
+#define KEPT_BODY_IS_FREED 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define KEPT_BODY_IS_FREED 1
+#endif
+#endif
+
+// A body is valid only during its call, whichever way it came: a kept pointer finds the
+// fill afterwards or, under AddressSanitizer, a freed block.
+TEST_F(HostKernel, ABodyKeptBeyondItsCallIsSpent) {
+    const std::string body = "<Request><Value>1</Value></Request>";
+    for (bool posted : {false, true}) {
+        SCOPED_TRACE(posted ? "posted" : "injected");
+        if (posted) {
+            ASSERT_EQ(0, noltdev_host_msg_thread_start());
+            ASSERT_EQ(0, noltdev_host_post(kDomain, 1, 0, body.data(), body.size()));
+            noltdev_host_msg_thread_stop();
+        } else {
+            ASSERT_EQ(0, noltdev_host_inject(kDomain, 1, 0, body.data(), body.size()));
+        }
+        ASSERT_EQ(body, seen_.bodies.back());
+        const char *kept = seen_.kept;
+#ifdef KEPT_BODY_IS_FREED
+        EXPECT_DEATH((void)*static_cast<const volatile char *>(kept), "heap-use-after-free");
+#else
+        EXPECT_EQ(std::string(body.size() + 1, static_cast<char>(NOLTDEV_HOST_SPENT_BODY_BYTE)),
+                  std::string(kept, body.size() + 1));
+#endif
+    }
 }
 
 // A sink that records copies of what it is given and notices overlapping calls.

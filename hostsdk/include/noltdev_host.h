@@ -62,8 +62,17 @@ int noltdev_host_timer_init_count(void);
 int noltdev_host_domain_loaded(int domain_id);
 
 /**
+ * @brief The byte a delivered body is overwritten with once the data-route callback has
+ *        returned. A body is valid only during the call: a pointer kept beyond it reads
+ *        this fill (the last 16 bodies stay allocated), and under AddressSanitizer the
+ *        body is freed at once, so that such a read is reported as a use after free.
+ */
+#define NOLTDEV_HOST_SPENT_BODY_BYTE 0xDD
+
+/**
  * @brief Delivers a platform message to the domain's data-route callback at once, on
- *        the caller's thread (the body is copied and NUL-terminated).
+ *        the caller's thread (the body is copied and NUL-terminated, valid during the
+ *        call only: see NOLTDEV_HOST_SPENT_BODY_BYTE).
  * @return 0, or NOLTDEV_SDK_KERNEL_ERR_NO_DOMAIN when no extension is loaded for it.
  */
 int noltdev_host_inject(int domain_id, int command_id, uint32_t seq, const char *body, uint32_t body_len);
@@ -72,7 +81,8 @@ int noltdev_host_inject(int domain_id, int command_id, uint32_t seq, const char 
 int noltdev_host_msg_thread_start(void);
 /** @brief Delivers what is queued, then stops the message thread. */
 void noltdev_host_msg_thread_stop(void);
-/** @brief Queues a platform message for the message thread (copied). */
+/** @brief Queues a platform message for the message thread (copied; valid during the
+ *         callback only, as for noltdev_host_inject). */
 int noltdev_host_post(int domain_id, int command_id, uint32_t seq, const char *body, uint32_t body_len);
 /** @brief Waits until every posted message has been delivered. */
 void noltdev_host_drain(void);

@@ -37,19 +37,21 @@ template <class Reach> int ReachExtension(int domain_id, Reach reach) {
 
 namespace noltdev_kernel {
 
-int Deliver(int domain_id, int command_id, uint32_t seq, std::string &body) {
-    return ReachExtension(domain_id, [&](const noltdev_sdk_kernel_extend &ext) {
+int Deliver(int domain_id, int command_id, uint32_t seq, Body &body) {
+    int rc = ReachExtension(domain_id, [&](const noltdev_sdk_kernel_extend &ext) {
         if (ext.noltdev_sdk_kernel_extend_data_route == nullptr) {
             return;
         }
         noltdev_sdk_kernel_submsg msg = {};
         msg.msg_seq = seq;
-        msg.buf = body.data(); // std::string keeps a terminator beyond size()
+        msg.buf = body.data();
         msg.buf_len = static_cast<NOLTDEV_SDK_UINT32>(body.size());
         msg.msg_domain_id = domain_id;
         msg.msg_command_id = command_id;
         ext.noltdev_sdk_kernel_extend_data_route(&msg, ext.pUser);
     });
+    body.Spend();
+    return rc;
 }
 
 bool CopyBody(const char *body, uint32_t body_len, std::string &out) {
@@ -104,8 +106,8 @@ int noltdev_host_domain_loaded(int domain_id) {
 }
 
 int noltdev_host_inject(int domain_id, int command_id, uint32_t seq, const char *body, uint32_t body_len) {
-    std::string copy;
-    if (!noltdev_kernel::CopyBody(body, body_len, copy)) {
+    noltdev_kernel::Body copy;
+    if (!copy.Assign(body, body_len)) {
         return NOLTDEV_SDK_KERNEL_ERR_PARAM;
     }
     return noltdev_kernel::Deliver(domain_id, command_id, seq, copy);

@@ -3,7 +3,6 @@
 #include <condition_variable>
 #include <deque>
 #include <mutex>
-#include <string>
 #include <thread>
 
 #include "kernel_internal.h"
@@ -16,7 +15,7 @@ struct Posted {
     int domain_id;
     int command_id;
     uint32_t seq;
-    std::string body;
+    noltdev_kernel::Body body;
 };
 
 std::mutex g_control_mu; // serialises start and stop (held while a stop joins)
@@ -90,8 +89,8 @@ void noltdev_host_msg_thread_stop(void) {
 }
 
 int noltdev_host_post(int domain_id, int command_id, uint32_t seq, const char *body, uint32_t body_len) {
-    Posted msg{domain_id, command_id, seq, std::string()};
-    if (!noltdev_kernel::CopyBody(body, body_len, msg.body)) {
+    Posted msg{domain_id, command_id, seq, noltdev_kernel::Body()};
+    if (!msg.body.Assign(body, body_len)) {
         return NOLTDEV_SDK_KERNEL_ERR_PARAM;
     }
     if (noltdev_host_domain_loaded(domain_id) == 0) {
