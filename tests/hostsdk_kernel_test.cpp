@@ -169,6 +169,37 @@ int Send(std::string body, uint32_t seq) {
     return rc;
 }
 
+// The link: down and up raise break and online and carry the registration status; while
+// it is down sends fail and reach no sink; asking for the state it has changes nothing.
+TEST_F(HostKernel, LinkDownFailsSendsAndItsChangesRaiseEvents) {
+    Captured cap;
+    noltdev_host_set_sink(Captured::Sink, &cap);
+    const struct {
+        int up, reached;
+        std::vector<int> events;
+        int registered, send;
+    } steps[] = {
+        {1, 0, {}, 1, 0},
+        {0, 1, {sdk_kernel_event_break}, 0, NOLTDEV_SDK_KERNEL_ERR_SEND},
+        {0, 0, {}, 0, NOLTDEV_SDK_KERNEL_ERR_SEND},
+        {1, 1, {sdk_kernel_event_online}, 1, 0},
+    };
+    for (const auto &step : steps) {
+        SCOPED_TRACE(step.up);
+        seen_.events.clear();
+        cap.bodies.clear();
+        EXPECT_EQ(step.reached, noltdev_host_set_link(step.up));
+        EXPECT_EQ(step.up, noltdev_host_link_up());
+        EXPECT_EQ(step.events, seen_.events);
+        EXPECT_EQ(step.registered, noltdev_get_register_status());
+        EXPECT_EQ(step.send, Send("x", 1));
+        EXPECT_EQ(step.send == 0 ? 1u : 0u, cap.bodies.size());
+    }
+    noltdev_host_set_link(0);
+    noltdev_host_kernel_reset();
+    EXPECT_EQ(1, noltdev_host_link_up());
+}
+
 TEST_F(HostKernel, SendHandsACopyToTheSinkAndAnswersItsResult) {
     EXPECT_EQ(0, Send("dropped", 1)); // no sink: accepted and dropped
     Captured cap;

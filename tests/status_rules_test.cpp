@@ -60,6 +60,30 @@ TEST_F(StatusTest, SpeakerLogsEachChangedFieldAndAlwaysReturnsZero) {
     EXPECT_NE(0, SpecialReportKeyValue(0));
 }
 
+// While the link is down a changed item's report fails, and the module does not retry
+// it (its cache already holds the value); coming back online forces three reports only.
+TEST_F(StatusTest, ALinkDownLosesAChangeAndOnlineForcesThreeReports) {
+    ASSERT_EQ(0, Init());
+    SetRuntime(0, noltDevSDK_special_flow_counting_cfg{});
+    PollSent();
+    ASSERT_EQ(1, noltdev_host_set_link(0));
+    SetRuntime(5, noltDevSDK_special_battery_workstatus{7, 7, 0});
+    ClearLogs();
+    EXPECT_TRUE(PollSent().empty());
+    char attempt[16];
+    snprintf(attempt, sizeof attempt, "s:%x\n", static_cast<unsigned>(kPu2CenPltReportKeyValueReq));
+    EXPECT_EQ(1u, CountLog(attempt)); // the one attempt
+    EXPECT_TRUE(PollSent().empty());
+    ASSERT_EQ(1, noltdev_host_set_link(1));
+    std::vector<uint32_t> commands;
+    for (const Sent &s : PollSent()) {
+        commands.push_back(s.command);
+    }
+    EXPECT_EQ((std::vector<uint32_t>{kPu2CenPltReportFlowCountConfigFReq, kPu2CenPltReportConnStatusReq,
+                                     kPu2CenPltReportPortInfoReq}),
+              commands);
+}
+
 // Without get_runtime_info nothing is asked: no change is seen, and the reports that need
 // the application refuse while the others send their caches.
 TEST_F(StatusTest, WithoutTheApplicationNothingIsAsked) {

@@ -45,6 +45,19 @@ void noltdev_host_set_serial(const char *serial);
 void noltdev_host_set_sleep(int sleeping);
 /** @brief Sets the registration status (0: not registered). */
 void noltdev_host_set_registered(int registered);
+/**
+ * @brief Takes the device's link to the platform down (0) or up (non-zero), as a device
+ *        losing and regaining its connection. While it is down every
+ *        noltdev_sdk_kernel_send() fails with NOLTDEV_SDK_KERNEL_ERR_SEND and reaches no
+ *        sink. Going down sets the registration status to 0 and raises
+ *        sdk_kernel_event_break, going up sets it to 1 and raises sdk_kernel_event_online,
+ *        on every loaded extension, on the caller's thread. Asking for the state the link
+ *        already has changes nothing and raises nothing. The kernel reset brings it up.
+ * @return The number of extensions that received the event (0 when nothing changed).
+ */
+int noltdev_host_set_link(int up);
+/** @brief 1 while the link is up (the default), 0 while it is down. */
+int noltdev_host_link_up(void);
 /** @brief Installs the outbound sink (NULL: sends succeed and are dropped). */
 void noltdev_host_set_sink(noltdev_host_sink_fn fn, void *user);
 

@@ -2,6 +2,7 @@
 // platform messages on its data-route callback and kernel events on its event callback.
 #include <map>
 #include <mutex>
+#include <vector>
 
 #include "kernel_internal.h"
 #include "noltdev_host.h"
@@ -60,6 +61,21 @@ bool CopyBody(const char *body, uint32_t body_len, std::string &out) {
     }
     out.assign(body != nullptr ? body : "", body_len);
     return true;
+}
+
+int RaiseEventEverywhere(int event_type) {
+    std::vector<int> domains;
+    {
+        std::lock_guard<std::mutex> lock(g_table_mu);
+        for (const auto &row : g_table) {
+            domains.push_back(row.first);
+        }
+    }
+    int reached = 0;
+    for (int domain : domains) {
+        reached += noltdev_host_raise_event(domain, event_type) == 0 ? 1 : 0;
+    }
+    return reached;
 }
 
 void ResetExtensions() {

@@ -36,7 +36,15 @@ int Deliver(int domain_id, int command_id, uint32_t seq, Body &body);
 // Copies (body, body_len) into out; false when body is NULL with a non-zero length.
 bool CopyBody(const char *body, uint32_t body_len, std::string &out);
 
+// Raises a kernel event on every loaded extension, in domain order, on the caller's
+// thread; the number of extensions reached.
+int RaiseEventEverywhere(int event_type);
+
+// False while the control API holds the link down: sends fail.
+bool LinkUp();
+
 void ResetExtensions();
+void ResetLink();
 void ResetSend();
 void ResetDevice();
 void ResetRedirects();

@@ -7,6 +7,7 @@ extern "C" void noltdev_host_kernel_reset(void) {
     noltdev_kernel::ResetExtensions();
     noltdev_kernel::ResetSend();
     noltdev_kernel::ResetDevice();
+    noltdev_kernel::ResetLink();
     noltdev_kernel::ResetRedirects();
     noltdev_kernel::ResetFaults();
 }

@@ -36,6 +36,9 @@ int noltdev_sdk_kernel_send(const noltdev_sdk_kernel_pubmsg *msg) {
     if (noltdev_host_fault_hit(NOLTDEV_HOST_FAULT_KERNEL_SEND, &code)) {
         return code;
     }
+    if (!noltdev_kernel::LinkUp()) {
+        return NOLTDEV_SDK_KERNEL_ERR_SEND; // nothing reaches the platform while the link is down
+    }
     std::string body;
     if (!noltdev_kernel::CopyBody(reinterpret_cast<const char *>(msg->msg_body), msg->msg_body_len, body)) {
         return NOLTDEV_SDK_KERNEL_ERR_PARAM;

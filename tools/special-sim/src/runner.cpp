@@ -255,7 +255,8 @@ void Runner::WaitAnswers() {
 
 void Runner::Inject(int command, unsigned int seq, const std::string &body, bool wait) {
     out_.Message(true, static_cast<uint32_t>(command), seq, 0, body);
-    if (command == kCenPlt2PuSetCustomVoiceReq && !sleeping_) {
+    // no answer comes from a sleeping device, nor through a link that is down
+    if (command == kCenPlt2PuSetCustomVoiceReq && !sleeping_ && noltdev_host_link_up() != 0) {
         std::lock_guard<std::mutex> lock(mu_);
         pending_voice_++;
     }

@@ -57,6 +57,18 @@ void RunRegistered(Runner &, const Step &s) {
     noltdev_host_set_registered(s.flag ? 1 : 0);
 }
 
+// link up|down
+std::string ParseLink(Cursor &c, Step &s, ParseContext &) {
+    std::string w;
+    c.Word(&w);
+    s.flag = w == "up";
+    return s.flag || w == "down" ? "" : "expected up or down, got '" + w + "'";
+}
+void RunLink(Runner &run, const Step &s) {
+    int flag = s.flag ? 1 : 0;
+    run.Result("link", "noltdev_host_set_link(" + std::to_string(flag) + ")", noltdev_host_set_link(flag));
+}
+
 // serial TEXT
 std::string ParseSerial(Cursor &c, Step &s, ParseContext &) {
     return c.Word(&s.arg) ? "" : "serial needs a text";
@@ -276,6 +288,7 @@ const StepRow kSteps[] = {
     {"event", ParseEvent, RunEvent, kRoleApplication, false, true},
     {"sleep", ParseOnOff, RunSleep, kRoleApplication, false, true},
     {"registered", ParseOnOff, RunRegistered, kRoleApplication, false, true},
+    {"link", ParseLink, RunLink, kRoleApplication, false, true},
     {"serial", ParseSerial, RunSerial, kRoleApplication, false, true},
     {"shadow", ParseShadow, RunShadow, kRoleShadow, false, true},
     {"set", ParseSet, RunSet, kRoleApplication, true, true},
