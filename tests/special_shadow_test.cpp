@@ -1,5 +1,8 @@
 // Trusteeship deletion through the host shadow service, as the platform drives it.
+#include <algorithm>
 #include <cstdlib>
+#include <mutex>
+#include <thread>
 
 #include "special_fixture.h"
 
@@ -47,6 +50,34 @@ class ShadowTrusteeshipTest : public SpecialFixture {
         return std::to_string(rc) + " " + std::to_string(type) + " " + std::to_string(version) + " " + out;
     }
 };
+
+class ShadowStartUpTest : public SpecialFixture {};
+
+// With resetReportAll the service asks for the key's value on its own thread after init's
+// registrations (a report still waiting is not asked twice); without it, never at start.
+TEST_F(ShadowStartUpTest, ResetReportAllAsksForTheValueOnTheServicesThread) {
+    for (int reset : {0, 1}) {
+        SCOPED_TRACE(reset);
+        std::mutex mu;
+        std::vector<std::thread::id> threads;
+        SetRuntimeHook(9, [&](noltDevSDK_special_runtime_info *info) {
+            std::lock_guard<std::mutex> lock(mu);
+            threads.push_back(std::this_thread::get_id());
+            info->data = calloc(1, sizeof(Block));
+            return 0;
+        });
+        int before = noltdev_host_shadow_startup_reports();
+        ASSERT_EQ(0, Init(true, reset));
+        noltdev_host_shadow_drain();
+        size_t runs = static_cast<size_t>(noltdev_host_shadow_startup_reports() - before);
+        EXPECT_EQ(reset != 0, runs >= 1 && runs <= 2) << runs;
+        std::lock_guard<std::mutex> lock(mu);
+        EXPECT_EQ(runs, threads.size());
+        EXPECT_EQ(threads.end(), std::find(threads.begin(), threads.end(), std::this_thread::get_id()));
+        noltDevSDK_special_fini();
+        noltdev_host_kernel_reset(); // the kernel keeps the domain after fini
+    }
+}
 
 TEST_F(ShadowTrusteeshipTest, InitStartsTheServiceTwiceAndFiniStopsIt) {
     EXPECT_EQ(2, noltdev_host_shadow_reg_count());

@@ -142,6 +142,15 @@ void noltdev_host_report_clear_unregister_log(void);
 
 /** @brief Number of successful noltDevSDK_Shadow_DomainReg calls since the last reset. */
 int noltdev_host_shadow_reg_count(void);
+/**
+ * @brief Waits until the start-up reports queued so far have run. A registration asks for
+ *        one per service whose usResetReportAll is non-zero: the service's own thread
+ *        then generates the key's value (gen_value_JsStr, as noltdev_host_shadow_read
+ *        does with the default buffer), as a device's service does after start-up.
+ */
+void noltdev_host_shadow_drain(void);
+/** @brief Number of start-up reports run since load. */
+int noltdev_host_shadow_startup_reports(void);
 /** @brief Forgets every registered domain and stored value; keeps the cache directory. */
 void noltdev_host_shadow_reset(void);
 /** @brief Values persist as files under this directory (NULL: no persistence). */

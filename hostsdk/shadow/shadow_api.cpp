@@ -8,6 +8,7 @@
 #include "noltDevSDK_shadow.h"
 #include "noltdev_host.h"
 #include "shadow_cache.h"
+#include "shadow_reporter.h"
 #include "shadow_store.h"
 #include "shadow_value.h"
 
@@ -38,7 +39,18 @@ int noltDevSDK_Shadow_DomainReg(int domain_id, const noltDevSDK_Shadow_DomainReg
     if (reg != nullptr && noltdev_host_fault_hit(NOLTDEV_HOST_FAULT_SHADOW_REGISTER, &code)) {
         return code;
     }
-    return reg != nullptr ? Store().Register(domain_id, *reg) : -1;
+    if (reg == nullptr || Store().Register(domain_id, *reg) != 0) {
+        return -1;
+    }
+    // a key registered with usResetReportAll is reported afresh, on the service's thread
+    for (uint16_t i = 0; i < reg->usNum; ++i) {
+        const noltDevSDK_Shadow_Service_S &service = reg->pstSrvList[i];
+        if (service.usResetReportAll != 0 && service.gen_value_JsStr != nullptr) {
+            noltdev_host::ShadowQueueReport(
+                domain_id, std::string(service.acKey, strnlen(service.acKey, sizeof service.acKey)));
+        }
+    }
+    return 0;
 }
 
 int noltDevSDK_Shadow_DomainDereg(int domain_id) {
@@ -53,7 +65,16 @@ int noltdev_host_shadow_reg_count(void) {
     return Store().RegCount();
 }
 
+void noltdev_host_shadow_drain(void) {
+    noltdev_host::ShadowDrainReports();
+}
+
+int noltdev_host_shadow_startup_reports(void) {
+    return noltdev_host::ShadowReportsRun();
+}
+
 void noltdev_host_shadow_reset(void) {
+    noltdev_host::ShadowDrainReports(); // no start-up report runs into a forgotten domain
     Store().Reset();
 }
 
