@@ -41,13 +41,18 @@ install(TARGETS ${NOLTDEV_EXPORTED_TARGETS} EXPORT noltDevSDK_specialTargets
 
 install(FILES ${NOLTDEV_PUBLIC_HEADER} ${PROJECT_SOURCE_DIR}/userpace/inc/noltDevSDK_special_protocol.h
   ${NOLTDEV_GENERATED_INCLUDE}/noltDevSDK_special_build.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
-file(GLOB NOLTDEV_PLATFORM_HEADERS
-  ${PROJECT_SOURCE_DIR}/microkernel/inc/*.h
-  ${PROJECT_SOURCE_DIR}/subcore/*.h
-  ${PROJECT_SOURCE_DIR}/subcore/shadow/*.h
-  ${PROJECT_SOURCE_DIR}/userpace/src/comm/xml/*.h
-  ${PROJECT_SOURCE_DIR}/userpace/src/comm/json/*.h
-  ${PROJECT_SOURCE_DIR}/userpace/src/comm/log/*.h)
+# Built against the SDK's own headers (NOLTDEV_SDK_HEADERS), the device has those: only
+# the project's JSON wrapper is installed beside the module.
+file(GLOB NOLTDEV_PLATFORM_HEADERS ${PROJECT_SOURCE_DIR}/userpace/src/comm/json/*.h)
+if(NOT NOLTDEV_SDK_HEADERS)
+  file(GLOB NOLTDEV_SDK_HEADER_COPIES
+    ${PROJECT_SOURCE_DIR}/microkernel/inc/*.h
+    ${PROJECT_SOURCE_DIR}/subcore/*.h
+    ${PROJECT_SOURCE_DIR}/subcore/shadow/*.h
+    ${PROJECT_SOURCE_DIR}/userpace/src/comm/xml/*.h
+    ${PROJECT_SOURCE_DIR}/userpace/src/comm/log/*.h)
+  list(APPEND NOLTDEV_PLATFORM_HEADERS ${NOLTDEV_SDK_HEADER_COPIES})
+endif()
 install(FILES ${NOLTDEV_PLATFORM_HEADERS} DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/noltdev)
 if(NOLTDEV_BUILD_HOST_SDK)
   install(FILES ${PROJECT_SOURCE_DIR}/hostsdk/include/noltdev_host.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/noltdev)
