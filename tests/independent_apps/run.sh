@@ -23,20 +23,26 @@ if [ ! -x "$sim" ]; then
     echo "no simulator at $sim (build the special-sim target first)" >&2
     exit 2
 fi
-cmake -S "$here" -B "$out/apps-build" -DNOLTDEV_TREE="$build" >"$out/apps-build.log" 2>&1 &&
-    cmake --build "$out/apps-build" -j2 >>"$out/apps-build.log" 2>&1 || {
+if ! { cmake -S "$here" -B "$out/apps-build" -DNOLTDEV_TREE="$build" &&
+    cmake --build "$out/apps-build" -j2; } >"$out/apps-build.log" 2>&1; then
     cat "$out/apps-build.log" >&2
     echo "the applications did not build" >&2
     exit 2
+fi
+
+trim() {
+    local s=$1
+    s=${s#"${s%%[![:space:]]*}"}
+    printf '%s' "${s%"${s##*[![:space:]]}"}"
 }
 
 # What faults.txt says the qualifier must find in APP, looked for in its output.
 check_faults() {
     local app=$1 text=$2
-    grep "^$app |" "$here/faults.txt" | while IFS='|' read -r _ class callback type path what; do
-        class=$(echo $class) callback=$(echo $callback) path=$(echo $path)
-        local name=${type%% (*}
-        name=$(echo $name)
+    grep "^$app |" "$here/faults.txt" | while IFS='|' read -r _ class callback type path _; do
+        class=$(trim "$class") callback=$(trim "$callback") path=$(trim "$path")
+        local name
+        name=$(trim "${type%% (*}")
         local pattern
         case $class in
         crash) pattern="(signal|SIGSEGV|crash).*$name|$name.*(signal|SIGSEGV|crash)" ;;
