@@ -9,7 +9,7 @@ cd "$here/.."
 
 scenario=${1:-examples/demo.scn}
 bash scripts/install-deps.sh sim
-build=build-demo
+build="build-demo"
 cmake --preset host -B "$build" -DNOLTDEV_BUILD_TESTS=OFF >/dev/null
 cmake --build "$build" -j2 --target special-sim
 exec "$build/tools/special-sim/special-sim" "$scenario"
