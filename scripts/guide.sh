@@ -37,6 +37,10 @@ else
     echo "guide: working in $work"
 fi
 to_script "$page" >"$work/.guide.sh"
+if ! grep -q '^echo "== [^:]*:[0-9]*"$' "$work/.guide.sh"; then
+    echo "guide: $(basename "$page") has no sh block to run" >&2
+    exit 1
+fi
 start=$SECONDS
 (cd "$work" && SDK=$root bash -euo pipefail .guide.sh)
 echo "guide: every command of $(basename "$page") ran, $((SECONDS - start)) s"
