@@ -7,7 +7,7 @@
 # Exits non-zero when a harness finds a fault; its input is left as fuzz-<name>-crash-*.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-bash scripts/install-deps.sh
+bash scripts/install-deps.sh sim clang python
 secs=${SECONDS_PER_FUZZER:-60}
 build=${FUZZ_BUILD_DIR:-build-fuzz}
 fuzzers=${FUZZERS:-router answers shadow status}

@@ -36,7 +36,7 @@ update() {
     local preset build dir
     [ $# -gt 0 ] || set -- host armhf
     for preset in "$@"; do
-        if [ "$preset" = host ]; then bash "$here/install-deps.sh"; else bash "$here/install-cross.sh" armhf; fi
+        if [ "$preset" = host ]; then bash "$here/install-deps.sh" suite; else bash "$here/install-cross.sh" armhf; fi
         (cd "$root" && cmake --preset "$preset" >/dev/null &&
             cmake --build --preset "$preset" --target noltDevSDK_special noltdev_abi_probe)
         build=$(preset_dir "$preset")
