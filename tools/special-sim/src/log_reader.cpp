@@ -8,6 +8,7 @@
 #include <deque>
 
 #include "consts.h"
+#include "scenario.h"
 
 namespace sim {
 
@@ -230,6 +231,27 @@ size_t RequestAt(const std::string &line) {
     return separated && document ? doc : std::string::npos;
 }
 
+// "#0" and two octal digits up to 37 at i: syslog's escape of a control character.
+bool ControlEscape(const std::string &line, size_t i) {
+    return i + 3 < line.size() && line.compare(i, 2, "#0") == 0 && line[i + 2] >= '0' && line[i + 2] <= '3' &&
+           line[i + 3] >= '0' && line[i + 3] <= '7';
+}
+
+// A message with syslog's escapes of control characters ("#012" for a line end, "#011"
+// for a tab) turned back; other text as it is.
+std::string SyslogUnescaped(const std::string &line) {
+    if (line.find("#012") == std::string::npos) {
+        return line;
+    }
+    std::string out;
+    for (size_t i = 0; i < line.size(); i++) {
+        bool escape = ControlEscape(line, i);
+        out += escape ? static_cast<char>((line[i + 2] - '0') * 8 + (line[i + 3] - '0')) : line[i];
+        i += escape ? 3 : 0;
+    }
+    return out;
+}
+
 // Decides when a document that may span lines is whole: an XML root element closed, a
 // JSON value's brackets balanced, or any other text at the end of its first line.
 class DocScanner {
@@ -351,7 +373,11 @@ class Reader {
             size_t len = end > start && text[end - 1] == '\r' ? end - start - 1 : end - start;
             double time = -1;
             std::string line = StripLogPrefix(text.substr(start, len), &time);
-            Line(line, ++number, time);
+            number++;
+            // syslog writes the line ends and tabs inside one message as #012 and #011
+            for (const std::string &part : SplitLines(SyslogUnescaped(line))) {
+                Line(part, number, time);
+            }
             start = end + 1;
         }
         EndCollect(false);

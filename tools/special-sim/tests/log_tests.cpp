@@ -136,6 +136,32 @@ TEST(DeviceLog, OddStampsAndBodies) {
     EXPECT_EQ(log.entries[1].body_state, sim::LogBody::Logged);
 }
 
+TEST(DeviceLog, SyslogEscapesAndTimestamps) {
+    // syslog keeps a message of several lines on one, its line ends and tabs escaped
+    sim::DeviceLog log =
+        sim::ReadDeviceLog("Nov 24 10:00:01 cam app[1]: [ERROR] s:30a1\n"
+                           "Nov 24 10:00:01 cam app[1]: [INFO] #012{#012#011\"a\":#0111#012}\n");
+    ASSERT_EQ(log.entries.size(), 1u);
+    EXPECT_EQ(log.entries[0].body, "{\n\t\"a\":\t1\n}");
+    struct Case {
+        const char *line;
+        const char *text;
+        double time;
+    } cases[] = {
+        {"[  123.456789] [INFO] R:1", "R:1", 123.456789},
+        {"Nov  4 10:00:01 cam app[123]: R:1", "R:1", 4 * 86400 + 36001},
+        {"2026-11-24T10:00:01.5Z R:1", "R:1", 24 * 86400 + 36001.5},
+        {"<6>[tid 7] [main:12] R:1", "R:1", -1},
+        {"[{\"a\":1}]", "[{\"a\":1}]", -1}, // a JSON line is not a tag
+        {"\t\"a\": 1", "\t\"a\": 1", -1},
+    };
+    for (const Case &c : cases) {
+        double time = 0;
+        EXPECT_EQ(sim::StripLogPrefix(c.line, &time), c.text) << c.line;
+        EXPECT_NEAR(time, c.time, 1e-6) << c.line;
+    }
+}
+
 TEST(DeviceLog, ScenarioSteps) {
     std::string scn = Convert(kLog);
     // the event after the report's polls; sleep around the dropped command; the raw
