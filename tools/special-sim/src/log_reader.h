@@ -46,10 +46,6 @@ struct DeviceLog {
 // by the size of the text (bodies are pieces of it).
 DeviceLog ReadDeviceLog(const std::string &text);
 
-// The module's text of one log line without what stands before it; *time gets the
-// seconds of a timestamp it took off (-1 without one).
-std::string StripLogPrefix(const std::string &line, double *time);
-
 // Why a received command cannot be replayed ("" when it can).
 const char *LogBodyProblem(LogBody state);
 

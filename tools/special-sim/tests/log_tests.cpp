@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "log_prefix.h"
 #include "log_reader.h"
 #include "log_replay.h"
 #include "log_scenario.h"
