@@ -64,8 +64,8 @@ class GuardedCopy {
 // The overrun issues of a guarded copy after the callback (record names the path).
 void CheckGuards(const GuardedCopy &copy, const std::string &record, size_t len, std::vector<Issue> *issues);
 
-// The type-9 block: present when the answer is 0, its len and its allocation (usable
-// size as the allocator reports it) large enough for its usNum.
+// The type-9 block: present when the answer is 0, its allocation (usable size as the
+// allocator reports it) large enough for its usNum; its len is not read.
 void CheckDeletionBlock(const void *block, int len, size_t usable, std::vector<Issue> *issues);
 
 } // namespace sim

@@ -79,6 +79,10 @@ class Runner : public CallbackObserver {
     AppControlFn app_control_ = nullptr;
     std::string where_;
     std::vector<std::string> not_exercised_;
+    // Keeps a non-zero answer of the application (under mu_).
+    void KeepAnswer(const char *callback, int type, int result);
+    std::vector<std::string> answers_;
+    std::vector<std::pair<std::string, int>> not_supported_;
 };
 
 } // namespace sim
