@@ -12,6 +12,7 @@
 #include <atomic>
 #include <csignal>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <ctime>
 
@@ -44,6 +45,7 @@ struct Board {
 Board g_own;
 Board *g_board = &g_own;
 int g_fd = -1;
+int g_exit_fd = -1;
 
 long ThreadId() {
     return static_cast<long>(syscall(SYS_gettid));
@@ -132,7 +134,28 @@ void OnCrash(int sig) {
     raise(sig);
 }
 
+void OnExit(int status, void *) {
+    std::vector<InFlight> in = BoardInFlight();
+    if (in.empty()) {
+        return;
+    }
+    if (g_exit_fd >= 0) {
+        std::string text = "special-sim: the application called exit(" + std::to_string(status) +
+                           ") inside " + in[0].callback + " " + in[0].type_name + " (" +
+                           std::to_string(in[0].type) + ") at " + in[0].where + " on the " + in[0].thread +
+                           "\n";
+        ssize_t ignored = write(g_exit_fd, text.data(), text.size());
+        (void)ignored;
+    }
+    _exit(status);
+}
+
 } // namespace
+
+void InstallExitReport(int fd) {
+    g_exit_fd = fd;
+    on_exit(&OnExit, nullptr);
+}
 
 void ShareCrashBoard() {
     void *shared = mmap(nullptr, sizeof(Board), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);

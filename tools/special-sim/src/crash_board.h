@@ -46,6 +46,11 @@ void BoardStep(const std::string &where);
 // ..."), and the signal then ends the process as it would have.
 void InstallCrashReport(int fd);
 
+// From now on an exit() while a callback runs ends the process at once with its status,
+// written to fd as text when fd >= 0 ("special-sim: the application called exit(3)
+// inside ..."), before the destructors of a running module can abort it.
+void InstallExitReport(int fd);
+
 // The board as it is now (after the process that wrote it ended, or while it hangs).
 std::vector<InFlight> BoardInFlight();
 CrashReport BoardCrash();

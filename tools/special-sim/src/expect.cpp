@@ -108,7 +108,8 @@ std::string Instead(const std::string &kind, const std::vector<std::string> &con
     for (const std::string &cond : conds) {
         size_t op = cond.find('=');
         std::string path = cond.substr(0, op);
-        if (op != std::string::npos && (path == "name" || path == "command" || path == "type" || path == "key")) {
+        if (op != std::string::npos &&
+            (path == "name" || path == "command" || path == "type" || path == "key")) {
             key = path;
             want = cond.substr(op + 1);
             break;
@@ -116,7 +117,8 @@ std::string Instead(const std::string &kind, const std::vector<std::string> &con
     }
     const cJSON *best = nullptr;
     for (const cJSON *o : parsed) {
-        if (MemberText(o, "kind", &text) && text == kind && (key.empty() || (MemberText(o, key, &text) && text == want)) &&
+        if (MemberText(o, "kind", &text) && text == kind &&
+            (key.empty() || (MemberText(o, key, &text) && text == want)) &&
             (best == nullptr || Met(o, conds) > Met(best, conds))) {
             best = o;
         }

@@ -178,6 +178,7 @@ int Play(const Args &a) {
     sim::RunReport report;
     if (!a.run.app.empty()) {
         sim::InstallCrashReport(STDERR_FILENO);
+        sim::InstallExitReport(STDERR_FILENO);
     }
     if (sim::RunScenario(scenario, a.scenario_file, out, a.run, &report) != 0) {
         return 1;

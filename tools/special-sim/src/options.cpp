@@ -62,8 +62,9 @@ bool FlagOption(Options &a, const std::string &arg) {
         return true;
     }
     if (arg == "--no-check" || arg == "--require-all" || arg == "--version") {
-        (arg == "--no-check" ? a.run.check.check : arg == "--version" ? a.version : a.qualify_options.require_all) =
-            arg != "--no-check";
+        (arg == "--no-check"  ? a.run.check.check
+         : arg == "--version" ? a.version
+                              : a.qualify_options.require_all) = arg != "--no-check";
         return true;
     }
     return false;
@@ -79,7 +80,8 @@ std::string ParseOption(Options &a, int argc, char **argv, int &i) {
     }
     if (TextOption(a, arg) != nullptr && has_value) {
         *TextOption(a, arg) = argv[++i];
-    } else if (NumberOption(a, arg) != nullptr && has_value && ParseInteger(argv[i + 1], &number) && number >= 0) {
+    } else if (NumberOption(a, arg) != nullptr && has_value && ParseInteger(argv[i + 1], &number) &&
+               number >= 0) {
         *NumberOption(a, arg) = static_cast<int>(number);
         i++;
     } else if (arg == "--runtime" && has_value) {

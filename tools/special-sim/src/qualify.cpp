@@ -39,7 +39,10 @@ bool Needed(const RowSpec &spec, const RunReport &report, std::string *which) {
 std::string Escape(const std::string &text) {
     std::string out;
     for (char c : text) {
-        out += c == '\n' ? std::string("\\n") : c == '\t' ? std::string("\\t") : c == '\\' ? "\\\\" : std::string(1, c);
+        out += c == '\n'   ? std::string("\\n")
+               : c == '\t' ? std::string("\\t")
+               : c == '\\' ? "\\\\"
+                           : std::string(1, c);
     }
     return out;
 }
@@ -60,8 +63,9 @@ std::string Unescape(const std::string &text) {
 std::vector<std::string> Fields(const std::string &line) {
     std::vector<std::string> fields;
     size_t start = 0;
-    for (size_t tab = line.find('\t'); ; tab = line.find('\t', start)) {
-        fields.push_back(Unescape(line.substr(start, tab == std::string::npos ? std::string::npos : tab - start)));
+    for (size_t tab = line.find('\t');; tab = line.find('\t', start)) {
+        fields.push_back(
+            Unescape(line.substr(start, tab == std::string::npos ? std::string::npos : tab - start)));
         if (tab == std::string::npos) {
             return fields;
         }
@@ -73,7 +77,8 @@ std::vector<std::string> Fields(const std::string &line) {
 bool ReadUntil(int fd, std::chrono::steady_clock::time_point deadline, std::string *text) {
     char buf[4096];
     for (;;) {
-        auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - std::chrono::steady_clock::now());
+        auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline -
+                                                                          std::chrono::steady_clock::now());
         if (left.count() <= 0) {
             return false;
         }
@@ -95,6 +100,9 @@ bool ReadUntil(int fd, std::chrono::steady_clock::time_point deadline, std::stri
 
 void PrintRow(FILE *out, const QualifyRow &r) {
     std::fprintf(out, "%-14s %s\n", r.status.c_str(), r.capability.c_str());
+    if (r.status != kOutcomes[1] && !r.reason.empty()) {
+        std::fprintf(out, "    %s\n", r.reason.c_str());
+    }
     for (const std::string &p : r.problems) {
         std::fprintf(out, "    %s\n", p.c_str());
     }
@@ -123,6 +131,7 @@ QualifyRow RunRowIsolated(const RowSpec &spec, const RunOptions &options, int ti
     if (pid == 0) {
         close(fds[0]);
         InstallCrashReport(-1);
+        InstallExitReport(-1);
         std::vector<Finding> mine;
         QualifyRow row = RunRowHere(spec, options, required, &mine);
         std::string text = SerializeRow(row, mine);
@@ -134,7 +143,9 @@ QualifyRow RunRowIsolated(const RowSpec &spec, const RunOptions &options, int ti
     }
     close(fds[1]);
     std::string text;
-    bool in_time = pid > 0 && ReadUntil(fds[0], std::chrono::steady_clock::now() + std::chrono::seconds(timeout_s), &text);
+    bool in_time =
+        pid > 0 &&
+        ReadUntil(fds[0], std::chrono::steady_clock::now() + std::chrono::seconds(timeout_s), &text);
     close(fds[0]);
     int status = 0;
     if (pid > 0 && !in_time) {
@@ -213,7 +224,8 @@ QualifyRow RunRowHere(const RowSpec &spec, const RunOptions &options, bool requi
     return row;
 }
 
-QualifyRow LostRow(const RowSpec &spec, const std::string &app, int wait_status, bool timed_out, int timeout_s) {
+QualifyRow LostRow(const RowSpec &spec, const std::string &app, int wait_status, bool timed_out,
+                   int timeout_s) {
     QualifyRow row{spec.name, spec.kind, spec.file, "FAILED", {}, {}, "", ""};
     std::vector<InFlight> in = BoardInFlight();
     if (timed_out) {
@@ -222,8 +234,8 @@ QualifyRow LostRow(const RowSpec &spec, const std::string &app, int wait_status,
         }
         if (in.empty()) {
             CrashReport board = BoardCrash();
-            row.problems.push_back("hang: the row did not end within " + std::to_string(timeout_s) + " s (at " +
-                                   (board.step.empty() ? std::string("start-up") : board.step) +
+            row.problems.push_back("hang: the row did not end within " + std::to_string(timeout_s) +
+                                   " s (at " + (board.step.empty() ? std::string("start-up") : board.step) +
                                    "; no callback was running)");
         }
         return row;
@@ -238,8 +250,8 @@ QualifyRow LostRow(const RowSpec &spec, const std::string &app, int wait_status,
     } else {
         std::string inside = in.empty() ? " outside the application's callbacks"
                                         : " inside " + in[0].callback + " " + in[0].type_name + " (" +
-                                              std::to_string(in[0].type) + ") at " + in[0].where + " on the " +
-                                              in[0].thread;
+                                              std::to_string(in[0].type) + ") at " + in[0].where +
+                                              " on the " + in[0].thread;
         row.problems.push_back("exit: the application ended the process (exit status " +
                                std::to_string(WEXITSTATUS(wait_status)) + ")" + inside);
     }
@@ -247,8 +259,8 @@ QualifyRow LostRow(const RowSpec &spec, const std::string &app, int wait_status,
 }
 
 std::string SerializeRow(const QualifyRow &row, const std::vector<Finding> &findings) {
-    std::string text = "row\t" + Escape(row.capability) + "\t" + Escape(row.kind) + "\t" + Escape(row.file) + "\t" +
-                       Escape(row.status) + "\t" + Escape(row.reason) + "\n";
+    std::string text = "row\t" + Escape(row.capability) + "\t" + Escape(row.kind) + "\t" + Escape(row.file) +
+                       "\t" + Escape(row.status) + "\t" + Escape(row.reason) + "\n";
     for (const std::string &p : row.problems) {
         text += "problem\t" + Escape(p) + "\n";
     }
@@ -256,8 +268,8 @@ std::string SerializeRow(const QualifyRow &row, const std::vector<Finding> &find
         text += "note\t" + Escape(n) + "\n";
     }
     for (const Finding &f : findings) {
-        text += "finding\t" + Escape(f.callback) + "\t" + std::to_string(f.type) + "\t" + Escape(f.type_name) +
-                "\t" + std::to_string(static_cast<int>(f.issue.fault)) + "\t" +
+        text += "finding\t" + Escape(f.callback) + "\t" + std::to_string(f.type) + "\t" +
+                Escape(f.type_name) + "\t" + std::to_string(static_cast<int>(f.issue.fault)) + "\t" +
                 std::to_string(static_cast<int>(f.issue.severity)) + "\t" + Escape(f.issue.path) + "\t" +
                 Escape(f.issue.what) + "\t" + Escape(f.where) + "\t" + Escape(f.thread) + "\t" +
                 std::to_string(f.repeats) + "\n";
@@ -274,10 +286,14 @@ bool ParseRow(const std::string &text, QualifyRow *row, std::vector<Finding> *fi
         } else if ((f[0] == "problem" || f[0] == "note") && f.size() == 2) {
             (f[0] == "problem" ? row->problems : row->notes).push_back(f[1]);
         } else if (f[0] == "finding" && f.size() == 11) {
-            Finding g{f[1], std::atoi(f[2].c_str()), f[3],
+            Finding g{f[1],
+                      std::atoi(f[2].c_str()),
+                      f[3],
                       Issue{static_cast<FaultClass>(std::atoi(f[4].c_str())), f[6], f[7],
                             static_cast<Severity>(std::atoi(f[5].c_str()))},
-                      f[8], f[9], std::atoi(f[10].c_str())};
+                      f[8],
+                      f[9],
+                      std::atoi(f[10].c_str())};
             findings->push_back(g);
         } else {
             ended = ended || line == kEnd;
@@ -300,7 +316,8 @@ std::vector<QualifyRow> RunQualify(const QualifyOptions &qualify, const RunOptio
         if (!qualify.only.empty() && !RowSelected(spec, qualify.only)) {
             continue;
         }
-        bool required = qualify.require_all || (!qualify.require.empty() && RowSelected(spec, qualify.require));
+        bool required =
+            qualify.require_all || (!qualify.require.empty() && RowSelected(spec, qualify.require));
         QualifyRow row = RunRowIsolated(spec, options, qualify.row_timeout_s, required, findings);
         if (row.status == "FAILED") {
             row.rerun = "special-sim --qualify --app " + Quote(options.app) + " --row " + Quote(spec.name);

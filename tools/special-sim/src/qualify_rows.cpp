@@ -41,8 +41,8 @@ const StatusItem kStatusItems[] = {
      kPu2CenPltReportDevSwitchEnableReq, "switch 617", "Type=\"617\""},
     {NOLTDEVSDK_ReportFlowCountConfig, NOLTDEVSDK_SPECIAL_ON_GET_FLOW_COUNTING_CFG,
      kPu2CenPltReportFlowCountConfigFReq, "FlowCountConfig", "FlowCountConfig"},
-    {NOLTDEVSDK_ReportSpecialKeyValue, NOLTDEVSDK_SPECIAL_ON_GET_KEY_VALUE, kPu2CenPltReportKeyValueReq, "ICR",
-     "Type=\"ICR\""},
+    {NOLTDEVSDK_ReportSpecialKeyValue, NOLTDEVSDK_SPECIAL_ON_GET_KEY_VALUE, kPu2CenPltReportKeyValueReq,
+     "ICR", "Type=\"ICR\""},
     {NOLTDEVSDK_ReportBatteryWorkStatus, NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS,
      kPu2CenPltReportKeyValueReq, "Battery_WorkStatus", "Type=\"Battery_WorkStatus\""},
     {NOLTDEVSDK_ReportCustomVoice, NOLTDEVSDK_SPECIAL_ON_GET_CUSTOM_VOICE_INFOS, kPu2CenPltReportKeyValueReq,
@@ -51,28 +51,28 @@ const StatusItem kStatusItems[] = {
      kPu2CenPltReportKeyValueReq, "Route_LinkageStatus", "Type=\"Route_LinkageStatus\""},
     {NOLTDEVSDK_ReportAssociatedDeviceConnStatus, NOLTDEVSDK_SPECIAL_ON_GET_ASSOCIATED_DEVICE_CONN_STATUS,
      kPu2CenPltReportKeyValueReq, "DB_Chime_ConnInfo", "Type=\"DB_Chime_ConnInfo\""},
-    {NOLTDEVSDK_ReportBatteryWorkMode, NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_MODE, kPu2CenPltReportKeyValueReq,
-     "batteryCameraWorkMode", "Type=\"batteryCameraWorkMode\""},
+    {NOLTDEVSDK_ReportBatteryWorkMode, NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_MODE,
+     kPu2CenPltReportKeyValueReq, "batteryCameraWorkMode", "Type=\"batteryCameraWorkMode\""},
     {NOLTDEVSDK_ReportSpecialRingType, NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND, kPu2CenPltReportKeyValueReq,
      "device_bell", "Type=\"device_bell\""},
-    {NOLTDEVSDK_ReportBatteryNetWorkMode, NOLTDEVSDK_SPECIAL_ON_GET_NET_WORK_MODE, kPu2CenPltReportKeyValueReq,
-     "networkingMode", "Type=\"networkingMode\""},
+    {NOLTDEVSDK_ReportBatteryNetWorkMode, NOLTDEVSDK_SPECIAL_ON_GET_NET_WORK_MODE,
+     kPu2CenPltReportKeyValueReq, "networkingMode", "Type=\"networkingMode\""},
     {NOLTDEVSDK_ReportOneClickMute, NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_ONE_CLICK_MUTE,
      kPu2CenPltReportKeyValueReq, "OneClickMute", "Type=\"OneClickMute\""},
     {NOLTDEVSDK_ReportSpeakerConfig, NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_SPEAKER_CONFIG,
      kPu2CenPltReportKeyValueReq, "SpeakerConfig", "Type=\"SpeakerConfig\""},
     {NOLTDEVSDK_Report4GInfo, NOLTDEVSDK_SPECIAL_ON_GET_4G_INFO, kPu2CenPltReportKeyValueReq, "4G_Info",
      "Type=\"4G_Info\""},
-    {NOLTDEVSDK_ReportBatteryWorkModePlan, NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN, kPu2CenPltReportDevicePlanReq,
-     "DevicePlan", "DevicePlan"},
+    {NOLTDEVSDK_ReportBatteryWorkModePlan, NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN,
+     kPu2CenPltReportDevicePlanReq, "DevicePlan", "DevicePlan"},
     {NOLTDEVSDK_ReportPowerStatus, NOLTDEVSDK_SPECIAL_ON_GET_POWERSTATUS, kPu2CenPltReportPowerStatusReq,
      "PowerStatus", "PowerStatus"},
     {NOLTDEVSDK_ReportTrusteeship, NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, kPu2CenPltReportTrusteeshipReq,
      "Trusteeship", "operateType"},
     {NOLTDEVSDK_ReportTrusteeshipConnect, NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP_CONNECT,
      kPu2CenPltReportConnStatusReq, "TrusteeshipConnect", "devseral"},
-    {NOLTDEVSDK_ReportVoddnsMappedPort, NOLTDEVSDK_SPECIAL_ON_GET_VODDNS_MAPPED_PORT, kPu2CenPltReportPortInfoReq,
-     "PortMap", "PortMap"},
+    {NOLTDEVSDK_ReportVoddnsMappedPort, NOLTDEVSDK_SPECIAL_ON_GET_VODDNS_MAPPED_PORT,
+     kPu2CenPltReportPortInfoReq, "PortMap", "PortMap"},
 };
 
 const char kRowTag[] = "# row: ";
@@ -223,14 +223,15 @@ void StatusRows(const std::string &file, const std::string &text, std::vector<Ro
         std::string scenario = text;
         for (const auto &fill : {std::make_pair(std::string("{report}"), std::to_string(item.report)),
                                  std::make_pair(std::string("{type}"), std::to_string(item.runtime_type))}) {
-            for (size_t at = scenario.find(fill.first); at != std::string::npos; at = scenario.find(fill.first)) {
+            for (size_t at = scenario.find(fill.first); at != std::string::npos;
+                 at = scenario.find(fill.first)) {
                 scenario.replace(at, fill.first.size(), fill.second);
             }
         }
         std::string command = std::to_string(item.command);
         std::string expect = "to_platform command=" + command + " body~" + item.body + "\n";
-        rows->push_back(MakeRow("status " + command + " " + item.label, file, scenario,
-                                "the status item table", expect));
+        rows->push_back(
+            MakeRow("status " + command + " " + item.label, file, scenario, "the status item table", expect));
         rows->back().needs.push_back({"get_runtime_info", item.runtime_type});
     }
 }
@@ -291,7 +292,8 @@ std::vector<std::pair<std::string, int>> RowNeeds(const std::string &scenario, c
         std::vector<std::string> words;
         long long type = 0;
         if (StartsWith(line, kNeedsTag) && SplitWords(line.substr(sizeof kNeedsTag - 1), &words) &&
-            words.size() == 2 && (words[0] == "recv_msg" ? kMsgTypes : kRuntimeTypes).Lookup(words[1], &type)) {
+            words.size() == 2 &&
+            (words[0] == "recv_msg" ? kMsgTypes : kRuntimeTypes).Lookup(words[1], &type)) {
             add(words[0], type);
         }
     }

@@ -52,8 +52,9 @@ void PrintFindingSummary(FILE *out, const std::vector<Finding> &findings) {
 }
 
 void PrintQualifySummary(FILE *out, const std::vector<QualifyRow> &rows) {
-    std::fprintf(out, "%d passed, %d failed, %d not applicable, %d not exercised\n", CountStatus(rows, kOutcomes[0]),
-                 CountStatus(rows, kOutcomes[1]), CountStatus(rows, kOutcomes[2]), CountStatus(rows, kOutcomes[3]));
+    std::fprintf(out, "%d passed, %d failed, %d not applicable, %d not exercised\n",
+                 CountStatus(rows, kOutcomes[0]), CountStatus(rows, kOutcomes[1]),
+                 CountStatus(rows, kOutcomes[2]), CountStatus(rows, kOutcomes[3]));
 }
 
 std::string VersionText() {
@@ -95,7 +96,8 @@ std::string JUnitXml(const std::vector<QualifyRow> &rows, const std::string &app
             test.append_attribute("name") = r.capability.c_str();
             if (r.status == kOutcomes[1]) {
                 pugi::xml_node failure = test.append_child("failure");
-                failure.append_attribute("message") = (std::to_string(r.problems.size()) + " problem(s)").c_str();
+                failure.append_attribute("message") =
+                    (std::to_string(r.problems.size()) + " problem(s)").c_str();
                 failure.text() = JoinLines(r.problems).c_str();
             } else if (r.status != kOutcomes[0]) {
                 pugi::xml_node skipped = test.append_child("skipped");

@@ -325,7 +325,8 @@ TEST(Qualify, EachRowGetsItsVerdict) {
     EXPECT_NE(rows[1].problems[0].find("instead: event"), std::string::npos) << rows[1].problems[0];
     EXPECT_NE(rows[1].rerun.find("--row \"request unmet\""), std::string::npos);
     EXPECT_EQ(rows[2].status, "not exercised");
-    EXPECT_NE(rows[2].reason.find("02-rows.scn:5: the application has no noltdev_app_control"), std::string::npos)
+    EXPECT_NE(rows[2].reason.find("02-rows.scn:5: the application has no noltdev_app_control"),
+              std::string::npos)
         << rows[2].reason;
     EXPECT_TRUE(findings.empty());
     for (const auto &f : files) {
@@ -374,7 +375,9 @@ TEST(Report, JUnitParsesBackRowByRow) {
         const char *text;    // that element's text
     } rows[] = {
         {{"quotes \" and 'apostrophes'", "a & <b>", "01.scn", "passed", {}, {}, "", ""}, "", ""},
-        {{"c", "a & <b>", "02.scn", "FAILED", {"a ]]> b", "second"}, {}, "", ""}, "failure", "a ]]> b\nsecond\n"},
+        {{"c", "a & <b>", "02.scn", "FAILED", {"a ]]> b", "second"}, {}, "", ""},
+         "failure",
+         "a ]]> b\nsecond\n"},
         {{"d", "a & <b>", "03.scn", "not exercised", {}, {"info"}, "no hook", ""}, "skipped", "no hook\n"},
     };
     std::vector<QualifyRow> qualify;

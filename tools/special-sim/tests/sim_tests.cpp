@@ -526,7 +526,8 @@ TEST(Expectations, SayWhatHappenedInstead) {
          "instead: to_platform name=kCenPlt2PuSetDevPlanRsp seq=8 body=<Result>131</Result>"},
         {"to_platform name=kCenPlt2PuSetDevPlanRsp seq=9 body~x", "body={\"a\":1}"},
         {"to_platform name=kCenPlt2PuWakeRsp", "instead: no message with this name was sent"},
-        {"recv_msg type=3 result=0", "instead: recv_msg type=3 result=-744910844 (answered NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT"},
+        {"recv_msg type=3 result=0",
+         "instead: recv_msg type=3 result=-744910844 (answered NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT"},
         {"get_runtime_info type=14", "instead: no get_runtime_info with this type happened"},
     };
     for (const auto &c : cases) {
