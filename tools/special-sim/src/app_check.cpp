@@ -134,7 +134,7 @@ int AppChecker::Recv(noltDevSDK_special_msg_to_dev *msg) {
         std::memcpy(msg->data, copy.Data(), len);
         const RecordDesc *desc = MsgRecord(msg->type);
         if (options_.check) {
-            CheckGuards(copy, desc ? desc->name : "data", len, &issues);
+            CheckGuards(copy, desc ? desc->name : "data", len, &issues, desc);
         }
     }
     observer_.Received(msg, result);
@@ -178,7 +178,7 @@ int AppChecker::CallRuntime(noltDevSDK_special_runtime_info *info, std::vector<I
         return result;
     }
     const char *name = desc ? desc->name : "data";
-    CheckGuards(copy, name, len, issues);
+    CheckGuards(copy, name, len, issues, desc);
     if (given.len != info->len) {
         issues->push_back(Issue{FaultClass::Len, std::string(name) + ".len",
                                 "len handed back as " + std::to_string(given.len) + ", the record is " +

@@ -99,34 +99,47 @@ int Met(const cJSON *object, const std::vector<std::string> &conds) {
     return met;
 }
 
-// The nearest event the device did send for an unmet expectation: of the same kind (and
-// the same name, command, type or key when the line gives one), the one meeting most
-// conditions, shown with the values it had where the line asked for others.
-std::string Instead(const std::string &kind, const std::vector<std::string> &conds,
-                    const std::vector<cJSON *> &parsed) {
-    std::string key, want, text;
+// The condition that says which message or callback a line is about (name, command,
+// type or key), or false when it has none.
+bool KeyCondition(const std::vector<std::string> &conds, std::string *key, std::string *want) {
     for (const std::string &cond : conds) {
         size_t op = cond.find('=');
         std::string path = cond.substr(0, op);
         if (op != std::string::npos &&
             (path == "name" || path == "command" || path == "type" || path == "key")) {
-            key = path;
-            want = cond.substr(op + 1);
-            break;
+            *key = path;
+            *want = cond.substr(op + 1);
+            return true;
         }
     }
+    return false;
+}
+
+// Of the same kind (and key), the object meeting most conditions, or null.
+const cJSON *Nearest(const std::string &kind, const std::string &key, const std::string &want,
+                     const std::vector<std::string> &conds, const std::vector<cJSON *> &parsed) {
     const cJSON *best = nullptr;
+    std::string text;
     for (const cJSON *o : parsed) {
-        if (MemberText(o, "kind", &text) && text == kind &&
-            (key.empty() || (MemberText(o, key, &text) && text == want)) &&
-            (best == nullptr || Met(o, conds) > Met(best, conds))) {
+        bool same = Matches(o, kind, {}) && (key.empty() || (MemberText(o, key, &text) && text == want));
+        if (same && (best == nullptr || Met(o, conds) > Met(best, conds))) {
             best = o;
         }
     }
+    return best;
+}
+
+// The nearest event the device did send for an unmet expectation, shown with the values
+// it had where the line asked for others, or that there was none.
+std::string Instead(const std::string &kind, const std::vector<std::string> &conds,
+                    const std::vector<cJSON *> &parsed) {
+    std::string key, want, text;
+    KeyCondition(conds, &key, &want);
+    const cJSON *best = Nearest(kind, key, want, conds, parsed);
     if (best == nullptr) {
-        std::string what = kind == "to_platform" || kind == "shadow_to_platform" ? "message" : kind;
-        return "instead: no " + what + (key.empty() ? "" : " with this " + key) +
-               (what == "message" ? " was sent" : " happened");
+        bool message = kind == "to_platform" || kind == "shadow_to_platform";
+        return "instead: no " + (message ? std::string("message") : kind) +
+               (key.empty() ? "" : " with this " + key) + (message ? " was sent" : " happened");
     }
     std::string out = "instead: " + kind;
     for (const std::string &cond : conds) {
@@ -134,9 +147,8 @@ std::string Instead(const std::string &kind, const std::vector<std::string> &con
         std::string value = MemberText(best, path, &text) ? text : "(absent)";
         out += " " + path + "=" + (path == "body" ? BodyGist(value) : value);
     }
-    std::string result;
-    if (kind != "to_platform" && MemberText(best, "result", &result) && result != "0") {
-        out += " (answered " + DescribeCode(std::atoi(result.c_str())) + ")";
+    if (kind != "to_platform" && MemberText(best, "result", &text) && text != "0") {
+        out += " (answered " + DescribeCode(std::atoi(text.c_str())) + ")";
     }
     return out;
 }

@@ -55,6 +55,11 @@ bool SetRuntime(Options &a, const std::string &what) {
     return true;
 }
 
+// A number option's value: an integer, not negative.
+bool ParseCount(const char *text, long long *number) {
+    return ParseInteger(text, number) && *number >= 0;
+}
+
 // Options without a value.
 bool FlagOption(Options &a, const std::string &arg) {
     if (arg == "--json" || arg == "--qualify") {
@@ -80,8 +85,7 @@ std::string ParseOption(Options &a, int argc, char **argv, int &i) {
     }
     if (TextOption(a, arg) != nullptr && has_value) {
         *TextOption(a, arg) = argv[++i];
-    } else if (NumberOption(a, arg) != nullptr && has_value && ParseInteger(argv[i + 1], &number) &&
-               number >= 0) {
+    } else if (NumberOption(a, arg) != nullptr && has_value && ParseCount(argv[i + 1], &number)) {
         *NumberOption(a, arg) = static_cast<int>(number);
         i++;
     } else if (arg == "--runtime" && has_value) {

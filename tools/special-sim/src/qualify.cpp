@@ -21,17 +21,34 @@ namespace {
 
 const char kEnd[] = "end";
 
+// Whether an answer's text ("CODE to CALLBACK NAME (TYPE)") is for that callback and type.
+bool AnswerFor(const std::string &answer, const std::pair<std::string, int> &what) {
+    return answer.find(" to " + what.first + " ") != std::string::npos && answer.size() > 2 &&
+           answer.compare(answer.rfind('('), std::string::npos, "(" + std::to_string(what.second) + ")") == 0;
+}
+
+// The application's answers to what the row needs.
+std::vector<std::string> NeededAnswers(const RowSpec &spec, const RunReport &report) {
+    std::vector<std::string> out;
+    for (const std::string &a : report.answers) {
+        if (std::any_of(spec.needs.begin(), spec.needs.end(),
+                        [&a](const auto &n) { return AnswerFor(a, n); })) {
+            out.push_back(a);
+        }
+    }
+    return out;
+}
+
+// A not-supported answer to something the row needs (its text in *which).
 bool Needed(const RowSpec &spec, const RunReport &report, std::string *which) {
     for (const auto &ns : report.not_supported) {
-        if (std::find(spec.needs.begin(), spec.needs.end(), ns) != spec.needs.end()) {
-            for (const std::string &a : report.answers) {
-                if (a.find(" to " + ns.first + " ") != std::string::npos &&
-                    a.find("(" + std::to_string(ns.second) + ")") != std::string::npos) {
-                    *which = a;
-                }
-            }
-            return true;
+        if (std::find(spec.needs.begin(), spec.needs.end(), ns) == spec.needs.end()) {
+            continue;
         }
+        for (const std::string &a : report.answers) {
+            *which = AnswerFor(a, ns) ? a : *which;
+        }
+        return true;
     }
     return false;
 }
@@ -166,6 +183,24 @@ QualifyRow RunRowIsolated(const RowSpec &spec, const RunOptions &options, int ti
 
 } // namespace
 
+// The outcome and its reason, findings aside.
+void Outcome(const RowSpec &spec, const RunReport &report, const std::vector<std::string> &unmet,
+             bool required, QualifyRow *row) {
+    std::string which;
+    bool not_supported = Needed(spec, report, &which);
+    if (!row->problems.empty()) {
+        row->status = kOutcomes[1];
+    } else if (not_supported) {
+        row->status = required ? kOutcomes[1] : kOutcomes[2];
+        row->reason = "the application answered " + which;
+    } else if (!report.not_exercised.empty()) {
+        row->status = kOutcomes[3];
+        row->reason = report.not_exercised[0];
+    } else {
+        row->status = unmet.empty() ? kOutcomes[0] : kOutcomes[1];
+    }
+}
+
 QualifyRow JudgeRow(const RowSpec &spec, const RunReport &report, const std::vector<std::string> &unmet,
                     bool required) {
     QualifyRow row;
@@ -175,28 +210,18 @@ QualifyRow JudgeRow(const RowSpec &spec, const RunReport &report, const std::vec
     for (const Finding &f : report.findings) {
         (f.issue.severity != Severity::Info ? row.problems : row.notes).push_back(DescribeFinding(f));
     }
-    std::string which;
-    bool not_supported = Needed(spec, report, &which);
-    if (!row.problems.empty() || (unmet.empty() && !not_supported && report.not_exercised.empty())) {
-        row.status = row.problems.empty() ? "passed" : "FAILED";
-    } else if (not_supported) {
-        row.status = required ? "FAILED" : "not applicable";
-        row.reason = "the application answered " + which + (required ? ", and the row is required" : "");
-    } else if (!report.not_exercised.empty()) {
-        row.status = "not exercised";
-        row.reason = report.not_exercised[0];
-    } else {
-        row.status = "FAILED";
+    Outcome(spec, report, unmet, required, &row);
+    if (row.status != kOutcomes[1]) {
+        return row;
     }
-    if (row.status == "FAILED") {
-        row.problems.insert(row.problems.end(), report.not_exercised.begin(), report.not_exercised.end());
-        row.problems.insert(row.problems.end(), unmet.begin(), unmet.end());
-        for (const std::string &a : unmet.empty() ? std::vector<std::string>() : report.answers) {
-            row.problems.push_back("the application answered " + a);
-        }
-        if (!row.reason.empty()) {
-            row.problems.push_back(row.reason);
-        }
+    row.problems.insert(row.problems.end(), report.not_exercised.begin(), report.not_exercised.end());
+    row.problems.insert(row.problems.end(), unmet.begin(), unmet.end());
+    for (const std::string &a : unmet.empty() ? std::vector<std::string>() : NeededAnswers(spec, report)) {
+        row.problems.push_back("the application answered " + a);
+    }
+    if (!row.reason.empty()) {
+        row.problems.push_back("the row is required (--require or --require-all)");
+        row.reason.clear();
     }
     return row;
 }

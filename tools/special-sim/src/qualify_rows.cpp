@@ -187,6 +187,23 @@ std::string Condition(const std::vector<std::string> &words, const std::string &
     return "";
 }
 
+// A callback and its type (by name, or by number) as something a row needs, once.
+void AddNeed(const std::string &callback, const std::string &name, const std::string &number,
+             std::vector<std::pair<std::string, int>> *needs) {
+    if (callback != "recv_msg" && callback != "get_runtime_info") {
+        return;
+    }
+    const NameTable &names = callback == "recv_msg" ? kMsgTypes : kRuntimeTypes;
+    long long type = 0;
+    if (!names.Lookup(name, &type) && !ParseInteger(number, &type)) {
+        return;
+    }
+    std::pair<std::string, int> need(callback, static_cast<int>(type));
+    if (std::find(needs->begin(), needs->end(), need) == needs->end()) {
+        needs->push_back(need);
+    }
+}
+
 // A command's failure path: the same steps with the application asked first to answer
 // its message -1; the module still answers the platform with the same sequence number.
 bool FailureRow(const RowSpec &command, RowSpec *out) {
@@ -270,31 +287,17 @@ void FileRows(const std::string &dir, const std::string &file, std::vector<RowSp
 
 std::vector<std::pair<std::string, int>> RowNeeds(const std::string &scenario, const std::string &expect) {
     std::vector<std::pair<std::string, int>> needs;
-    auto add = [&needs](const std::string &callback, long long type) {
-        std::pair<std::string, int> need(callback, static_cast<int>(type));
-        if (std::find(needs.begin(), needs.end(), need) == needs.end()) {
-            needs.push_back(need);
-        }
-    };
     for (const std::string &line : SplitLines(expect)) {
         std::vector<std::string> words;
-        if (!SplitWords(line, &words) || words.empty() ||
-            (words[0] != "recv_msg" && words[0] != "get_runtime_info")) {
-            continue;
-        }
-        const NameTable &names = words[0] == "recv_msg" ? kMsgTypes : kRuntimeTypes;
-        long long type = 0;
-        if (names.Lookup(Condition(words, "name"), &type) || ParseInteger(Condition(words, "type"), &type)) {
-            add(words[0], type);
+        if (SplitWords(line, &words) && !words.empty()) {
+            AddNeed(words[0], Condition(words, "name"), Condition(words, "type"), &needs);
         }
     }
     for (const std::string &line : SplitLines(scenario)) {
         std::vector<std::string> words;
-        long long type = 0;
         if (StartsWith(line, kNeedsTag) && SplitWords(line.substr(sizeof kNeedsTag - 1), &words) &&
-            words.size() == 2 &&
-            (words[0] == "recv_msg" ? kMsgTypes : kRuntimeTypes).Lookup(words[1], &type)) {
-            add(words[0], type);
+            words.size() == 2) {
+            AddNeed(words[0], words[1], "", &needs);
         }
     }
     return needs;

@@ -121,11 +121,6 @@ int Runner::Sink(const noltdev_host_message *msg, void *user) {
     Runner *self = static_cast<Runner *>(user);
     self->out_.Message(false, msg->command_id, msg->seq, msg->response,
                        std::string(msg->body, msg->body_len));
-    if (msg->command_id == kCenPlt2PuSetCustomVoiceRsp) {
-        std::lock_guard<std::mutex> lock(self->mu_);
-        self->pending_voice_ = self->pending_voice_ > 0 ? self->pending_voice_ - 1 : 0;
-        self->cv_.notify_all();
-    }
     return 0;
 }
 
@@ -275,15 +270,14 @@ void Runner::Result(const char *kind, const std::string &what, int result) {
     out_.Outcome(kind, what + " -> " + DescribeCode(result), members);
 }
 
-// Custom-voice answers come from a worker thread some time after the request.
+// Custom-voice answers come from a worker thread some time after the request: the host
+// SDK counts them as they are sent.
 void Runner::WaitAnswers() {
-    noltdev_host_drain();
-    std::unique_lock<std::mutex> lock(mu_);
-    if (!cv_.wait_for(lock, std::chrono::milliseconds(options_.answer_timeout_ms),
-                      [this] { return pending_voice_ == 0; })) {
-        int missing = pending_voice_;
-        pending_voice_ = 0;
-        lock.unlock();
+    int sent =
+        noltdev_host_wait_sent(kCenPlt2PuSetCustomVoiceRsp, voice_requests_, options_.answer_timeout_ms);
+    if (sent < voice_requests_) {
+        int missing = voice_requests_ - sent;
+        voice_requests_ = sent;
         out_.Outcome("note", std::to_string(missing) + " custom-voice answer(s) did not come", nullptr);
     }
 }
@@ -291,8 +285,7 @@ void Runner::WaitAnswers() {
 void Runner::Inject(int command, unsigned int seq, const std::string &body, bool wait) {
     out_.Message(true, static_cast<uint32_t>(command), seq, 0, body);
     if (command == kCenPlt2PuSetCustomVoiceReq && !sleeping_) {
-        std::lock_guard<std::mutex> lock(mu_);
-        pending_voice_++;
+        voice_requests_++;
     }
     int rc = noltdev_host_post(kDomain, command, seq, body.c_str(), static_cast<uint32_t>(body.size()));
     if (rc != 0) {

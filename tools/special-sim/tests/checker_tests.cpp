@@ -132,6 +132,33 @@ TEST(GuardedCopy, FindsWritesOnEitherSideOnly) {
     }
 }
 
+// An overrun names the field the first foreign byte lands in (the module handed over
+// part of the record), or how far past the record it went and after which field.
+TEST(GuardedCopy, OverrunNamesTheField) {
+    const struct {
+        const RecordDesc *desc;
+        size_t len;       // what the module handed over
+        const char *says; // in the finding's text
+    } cases[] = {
+        {&kSpeakerConfigDesc, sizeof(noltDevSDK_special_speaker_config),
+         "8 byte(s) past the end of the 16-byte record, after intel_index"},
+        {&kTrusteeshipConnectDesc, sizeof(int) + sizeof(noltDevSDK_trusteeship_subserial),
+         "the first foreign byte lands in subserial[1].subserial"},
+        {&kCustomVoiceInfosDesc, offsetof(noltDevSDK_special_custom_voice_infos, voice_info),
+         "lands in voice_info[0].index"},
+    };
+    for (const auto &c : cases) {
+        std::vector<unsigned char> record(c.len, 0);
+        GuardedCopy copy(record.data(), record.size());
+        static_cast<unsigned char *>(copy.Data())[c.len + 7] = 1;
+        std::vector<Issue> issues;
+        CheckGuards(copy, c.desc->name, c.len, &issues, c.desc);
+        ASSERT_EQ(issues.size(), 1u) << c.says;
+        EXPECT_NE(issues[0].what.find(c.says), std::string::npos) << issues[0].what;
+    }
+    EXPECT_EQ(FieldAt(kSpeakerConfigDesc, sizeof(noltDevSDK_special_speaker_config)), "");
+}
+
 TEST(DeletionBlock, PresentAndLargeEnoughForItsUnits) {
     const size_t unit = sizeof(noltDevSDK_Special_DelTrusteeship_Param_S);
     const size_t head = offsetof(noltDevSDK_Special_DelTrusteeship_S, astUnit);
@@ -240,7 +267,7 @@ TEST(AppChecker, ReceivedRecordsAreGuardedAndCopiedBack) {
             EXPECT_EQ(DescribeFinding(findings[0]),
                       "error overrun recv_msg NOLTDEVSDK_SPECIAL_ON_RING_SOUND (17) ring_type[+12]: written "
                       "up to 1 "
-                      "byte(s) past the end of the 12-byte record (, kernel message thread)");
+                      "byte(s) past the end of the 12-byte record, after vol (, kernel message thread)");
         }
     }
 }
