@@ -40,7 +40,8 @@ Finding MakeFinding(Severity severity) {
 // steps not exercised and the unmet expectations.
 TEST(Judge, FourOutcomesAndTheirMessages) {
     RowSpec spec{"command kCenPlt2PuSetDevPlanReq", "command", "f.scn", "", "f.expect", "", {}};
-    spec.needs = {{"get_runtime_info", 14}};
+    spec.needs = {{"get_runtime_info", 14}, {"recv_msg", 5}};
+    const std::string wake_ns = DescribeCode(kNotSupport) + " to recv_msg NOLTDEVSDK_SPECIAL_ON_WAKE (5)";
     const std::string plan_ns =
         DescribeCode(kNotSupport) + " to get_runtime_info NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN (14)";
     const std::string plan_fail = "-1 to get_runtime_info NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN (14)";
@@ -79,12 +80,21 @@ TEST(Judge, FourOutcomesAndTheirMessages) {
          {"the application answered " + plan_ns}},
         {"declined the command",
          {},
+         {wake_ns},
+         {{"recv_msg", 5}},
+         {},
+         {},
+         false,
+         "not applicable",
+         {wake_ns}},
+        {"a question not supported, all met",
+         {},
          {plan_ns},
          {{"get_runtime_info", 14}},
          {},
          {},
          false,
-         "not applicable",
+         "passed",
          {}},
         {"not supported but required",
          {},
@@ -114,6 +124,15 @@ TEST(Judge, FourOutcomesAndTheirMessages) {
          "FAILED",
          {}},
         {"hook refused", {}, {}, {}, {"f.scn:4: refused"}, {}, false, "not exercised", {"f.scn:4: refused"}},
+        {"hook refused, not supported",
+         {},
+         {plan_ns},
+         {{"get_runtime_info", 14}},
+         {"f.scn:4: refused"},
+         {},
+         false,
+         "not applicable",
+         {plan_ns}},
     };
     for (const Case &c : cases) {
         RunReport report;
