@@ -43,7 +43,8 @@ static int on_recv_msg(noltDevSDK_special_msg_to_dev *msg) {
         rc = g_recv_code[msg->type];
     } else if (msg->data == NULL) {
         rc = NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM;
-    } else if (msg->type == NOLTDEVSDK_SPECIAL_ON_SET_SWITCH_ENABLE && msg->len == (int)sizeof(g_switches[0])) {
+    } else if (msg->type == NOLTDEVSDK_SPECIAL_ON_SET_SWITCH_ENABLE &&
+               msg->len == (int)sizeof(g_switches[0])) {
         const noltDevSDK_special_switch_enable *s = msg->data;
         if (s->type >= 0 && s->type < NOLTDEVSDK_SPECIAL_SWITCH_TYPE_MAX) {
             g_switches[s->type] = *s;
@@ -126,7 +127,8 @@ static int control_answer(const char *request) {
         g_recv_code[type] = (int)strtoul(code, NULL, 0);
         return 0;
     }
-    if (strcmp(callback, "get_runtime_info") == 0 && type >= 0 && type < NOLTDEVSDK_SPECIAL_RUNTIME_INFO_TYPE_MAX) {
+    if (strcmp(callback, "get_runtime_info") == 0 && type >= 0 &&
+        type < NOLTDEVSDK_SPECIAL_RUNTIME_INFO_TYPE_MAX) {
         g_runtime_code[type] = (int)strtoul(code, NULL, 0);
         return 0;
     }
