@@ -257,12 +257,41 @@ std::string DescribeHang(const InFlight &in, int seconds) {
            std::to_string(seconds) + " s (" + in.thread + ", " + in.where + ")";
 }
 
+// addr2line's function and "file:line" for an offset in a library; false without them.
+bool Addr2line(const std::string &lib, const std::string &offset, std::string *name, std::string *at) {
+    FILE *p = popen(("addr2line -f -C -e '" + lib + "' " + offset + " 2>/dev/null").c_str(), "r");
+    char function[256] = {}, where[512] = {};
+    bool read = p != nullptr && std::fgets(function, sizeof function, p) != nullptr &&
+                std::fgets(where, sizeof where, p) != nullptr;
+    if (p != nullptr) {
+        pclose(p);
+    }
+    name->assign(function, std::strcspn(function, "\n"));
+    at->assign(where, std::strcspn(where, "\n"));
+    return read && !name->empty() && *name != "??";
+}
+
+// A frame of the application named by its offset only (a static function) gets the
+// function, and the file and line where the library has debug information, from
+// addr2line when it is installed; anything else is left as it is.
+std::string Symbolise(const std::string &frame, const std::string &app) {
+    std::string lib = app.substr(app.rfind('/') + 1);
+    std::string head = lib + "(+0x";
+    std::string name, at;
+    if (lib.empty() || frame.compare(0, head.size(), head) != 0 || app.find('\'') != std::string::npos ||
+        !Addr2line(app, frame.substr(head.size() - 2, frame.find(')') - head.size() + 2), &name, &at)) {
+        return frame;
+    }
+    at = at.size() > 2 && at.compare(at.size() - 2, 2, ":?") == 0 ? at.substr(0, at.size() - 2) : at;
+    return frame + " " + name + (at.compare(0, 2, "??") == 0 ? "" : " at " + at);
+}
+
 std::vector<std::string> AppFrames(const std::vector<std::string> &frames, const std::string &app) {
     std::string lib = app.substr(app.rfind('/') + 1);
     std::vector<std::string> mine;
     for (const std::string &f : frames) {
         if (!lib.empty() && f.compare(0, lib.size(), lib) == 0) {
-            mine.push_back(f);
+            mine.push_back(Symbolise(f, app));
         }
     }
     return mine.empty() ? frames : mine;
