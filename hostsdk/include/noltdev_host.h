@@ -105,8 +105,19 @@ void noltdev_host_msg_thread_stop(void);
  *          NOLTDEV_SDK_KERNEL_ERR_NO_DOMAIN when no extension is loaded for the domain,
  *          NOLTDEV_SDK_KERNEL_ERR_REFUSED when the message thread is not running. */
 int noltdev_host_post(int domain_id, int command_id, uint32_t seq, const char *body, uint32_t body_len);
-/** @brief Waits until every posted message has been delivered. */
+/** @brief Waits until every posted message has been delivered. Answers the module sends
+ *  later from threads of its own (a custom voice is answered by its worker once the
+ *  application's recv_msg returns) are waited for with noltdev_host_wait_sent(). */
 void noltdev_host_drain(void);
+/**
+ * @brief Drains (noltdev_host_drain), then waits until the device has sent at least
+ *        `count` messages with this command id since the kernel was reset, or until
+ *        timeout_ms passes. For the custom-voice answers: after posting N custom-voice
+ *        requests, wait for N kCenPlt2PuSetCustomVoiceRsp without sleeping.
+ *        Thread: any but the kernel message thread.
+ * @return how many such messages were sent (less than count: the time ran out).
+ */
+int noltdev_host_wait_sent(uint32_t command_id, int count, int timeout_ms);
 
 /** @brief Calls the domain's event callback with this event type on the caller's thread.
  *  @param domain_id the domain.

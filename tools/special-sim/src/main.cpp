@@ -8,6 +8,7 @@
 #include <sstream>
 #include <string>
 
+#include "crash_board.h"
 #include "expect.h"
 #include "log_replay.h"
 #include "log_scenario.h"
@@ -24,25 +25,34 @@ namespace {
 
 const char kUsage[] =
     "usage: special-sim [OPTIONS] SCENARIO\n"
-    "       special-sim --qualify --app LIB.so [--junit FILE] [--suite DIR]\n"
+    "       special-sim --qualify --app LIB.so [--junit FILE] [--suite DIR] [--row NAME] [--require LIST]\n"
     "       special-sim --from-log LOG [--out NAME] [--app LIB.so] [--keep-timing]\n"
+    "       special-sim --version\n"
     "  --json          write JSON Lines (one object per line) instead of the text transcript\n"
     "  --log-level N   bring the module's own log lines up to level N (1 error .. 4 info) into the output\n"
     "  --runtime WHAT  which get_runtime_info answers to show (default: changes)\n"
     "  --expect FILE   check the run against an expectation file; exit 1 when one is not met\n"
     "  --app LIB.so    run the application library (noltdev_app_start) in place of the demo device\n"
     "  --no-check      with --app: do not check the callbacks against the contract\n"
-    "  --slow-ms N     with --app: a callback holding its thread longer than N ms is a finding (500)\n"
+    "  --slow-ms N     with --app: a callback holding the kernel's, the poller's or the shadow thread\n"
+    "                  longer than N ms is a finding (500)\n"
+    "  --slow-worker-ms N  with --app: the same for a custom-voice worker (default: not checked)\n"
     "  --record FILE   write the scenario to FILE and the run's answers to FILE's .expect\n"
     "  --qualify       run the qualification suite against --app; one row per capability\n"
     "  --junit FILE    with --qualify: write the rows as JUnit XML\n"
     "  --suite DIR     with --qualify: the suite's scenarios (default: installed beside the simulator)\n"
+    "  --row LIST      with --qualify: run only these rows or kinds (comma separated)\n"
+    "  --require LIST  with --qualify: rows or kinds that must be supported (not applicable fails)\n"
+    "  --require-all   with --qualify: every row must be supported\n"
+    "  --row-timeout S with --qualify: a row still running after S seconds is a hang (10)\n"
+    "  --version       print the simulator's and the module's versions\n"
     "  --from-log LOG  a device's log as a scenario: --out NAME writes NAME.scn and NAME.expect,\n"
     "                  --app LIB.so replays it and prints where the PC run departs from the device\n"
     "  --keep-timing   with --from-log: wait between commands as long as the log's timestamps say\n"
-    "exit status: 0 done, 1 the module or application did not start, an expectation failed or an\n"
-    "error-level finding was made or a replay departed from the log, 2 bad usage or scenario, or\n"
-    "nothing in the log can be replayed\n";
+    "exit status: 0 done, 1 the module or application did not start, an expectation failed, an\n"
+    "error-level finding was made, a qualification row FAILED or a replay departed from the log,\n"
+    "2 bad usage or scenario, or nothing in the log can be replayed; a crash of the application in\n"
+    "a plain run is reported, then ends the simulator with its signal\n";
 
 using Args = sim::Options;
 
@@ -83,18 +93,24 @@ int Qualify(const Args &a) {
     if (a.run.app.empty()) {
         return Usage("--qualify needs --app LIB.so");
     }
+    sim::QualifyOptions q = a.qualify_options;
+    q.suite_dir = q.suite_dir.empty() ? DefaultSuite() : q.suite_dir;
+    std::printf("%s\n", sim::VersionText().c_str());
     std::vector<sim::Finding> findings;
-    std::vector<sim::QualifyRow> rows =
-        sim::RunQualify(a.suite_dir.empty() ? DefaultSuite() : a.suite_dir, a.run, &findings);
-    sim::PrintQualifyTable(stdout, rows);
+    std::vector<sim::QualifyRow> rows = sim::RunQualify(q, a.run, stdout, &findings);
     sim::PrintFindingSummary(stdout, findings);
+    sim::PrintQualifySummary(stdout, rows);
     if (!a.junit_file.empty() && !WriteFile(a.junit_file, sim::JUnitXml(rows, a.run.app))) {
         std::fprintf(stderr, "special-sim: cannot write %s\n", a.junit_file.c_str());
         return 2;
     }
-    bool failed = rows.empty();
+    if (rows.empty()) {
+        std::fprintf(stderr, "special-sim: no row matches '%s'\n", q.only.c_str());
+        return 2;
+    }
+    bool failed = false;
     for (const sim::QualifyRow &r : rows) {
-        failed = failed || r.status == "FAILED";
+        failed = failed || r.status == sim::kOutcomes[1];
     }
     return failed ? 1 : 0;
 }
@@ -167,6 +183,10 @@ int Play(const Args &a) {
     }
     sim::Transcript out(stdout, a.json, !a.expect_file.empty() || !a.record_file.empty());
     sim::RunReport report;
+    if (!a.run.app.empty()) {
+        sim::InstallCrashReport(STDERR_FILENO);
+        sim::InstallExitReport(STDERR_FILENO);
+    }
     if (sim::RunScenario(scenario, a.scenario_file, out, a.run, &report) != 0) {
         return 1;
     }
@@ -244,8 +264,8 @@ int main(int argc, char **argv) {
     if (!problem.empty()) {
         return Usage(problem);
     }
-    if (args.help) {
-        std::fputs(kUsage, stdout);
+    if (args.help || args.version) {
+        std::fputs(args.help ? kUsage : (sim::VersionText() + "\n").c_str(), stdout);
         return 0;
     }
     if (args.qualify) {
