@@ -37,7 +37,7 @@ update() {
     [ $# -gt 0 ] || set -- host armhf arm64
     for preset in "$@"; do
         # a cross preset is named after its Debian architecture (armhf-time64: armhf's)
-        if [ "$preset" = host ]; then bash "$here/install-deps.sh"; else bash "$here/install-cross.sh" "${preset%-time64}"; fi
+        if [ "$preset" = host ]; then bash "$here/install-deps.sh" suite; else bash "$here/install-cross.sh" "${preset%-time64}"; fi
         (cd "$root" && cmake --preset "$preset" >/dev/null &&
             cmake --build --preset "$preset" --target noltDevSDK_special noltdev_abi_probe)
         build=$(preset_dir "$preset")

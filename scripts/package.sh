@@ -21,7 +21,7 @@ package_target() {
     local target=$1 toolchain build start deb rc=0
     case "$target" in
     amd64)
-        bash scripts/install-deps.sh
+        bash scripts/install-deps.sh sim
         toolchain=()
         ;;
     armhf | armel | mipsel | arm64)

@@ -15,7 +15,8 @@ cd "$here/.."
 
 preset=${1:-host}
 case "$preset" in
-host | asan) bash scripts/install-deps.sh ;;
+host) bash scripts/install-deps.sh suite ;;
+asan) bash scripts/install-deps.sh suite clang ;;
 armhf | armhf-time64) bash scripts/install-cross.sh armhf ;;
 armel | mipsel | s390x | arm64) bash scripts/install-cross.sh "$preset" ;;
 *)

@@ -9,6 +9,8 @@
 #include <string>
 
 #include "expect.h"
+#include "log_replay.h"
+#include "log_scenario.h"
 #include "names.h"
 #include "options.h"
 #include "qualify.h"
@@ -23,6 +25,7 @@ namespace {
 const char kUsage[] =
     "usage: special-sim [OPTIONS] SCENARIO\n"
     "       special-sim --qualify --app LIB.so [--junit FILE] [--suite DIR]\n"
+    "       special-sim --from-log LOG [--out NAME] [--app LIB.so] [--keep-timing]\n"
     "  --json          write JSON Lines (one object per line) instead of the text transcript\n"
     "  --log-level N   bring the module's own log lines up to level N (1 error .. 4 info) into the output\n"
     "  --runtime WHAT  which get_runtime_info answers to show (default: changes)\n"
@@ -34,8 +37,12 @@ const char kUsage[] =
     "  --qualify       run the qualification suite against --app; one row per capability\n"
     "  --junit FILE    with --qualify: write the rows as JUnit XML\n"
     "  --suite DIR     with --qualify: the suite's scenarios (default: installed beside the simulator)\n"
+    "  --from-log LOG  a device's log as a scenario: --out NAME writes NAME.scn and NAME.expect,\n"
+    "                  --app LIB.so replays it and prints where the PC run departs from the device\n"
+    "  --keep-timing   with --from-log: wait between commands as long as the log's timestamps say\n"
     "exit status: 0 done, 1 the module or application did not start, an expectation failed or an\n"
-    "error-level finding was made, 2 bad usage or scenario\n";
+    "error-level finding was made or a replay departed from the log, 2 bad usage or scenario, or\n"
+    "nothing in the log can be replayed\n";
 
 using Args = sim::Options;
 
@@ -168,6 +175,67 @@ int Play(const Args &a) {
     return CheckExpect(a, out) && recorded && !errors ? 0 : 1;
 }
 
+// --from-log with --out: writes the scenario and its expectations.
+bool WriteConversion(const std::string &scn, const sim::LogConversion &conv) {
+    std::string expect = sim::ExpectPathFor(scn);
+    if (!WriteFile(scn, conv.scenario) || !WriteFile(expect, conv.expectations)) {
+        std::fprintf(stderr, "special-sim: cannot write %s\n", scn.c_str());
+        return false;
+    }
+    std::fprintf(stderr, "special-sim: wrote %s and %s (%d command(s) to replay, %zu left out)\n",
+                 scn.c_str(), expect.c_str(), conv.replayable, conv.left_out.size());
+    return true;
+}
+
+// --from-log with --app: runs the converted scenario and prints the first departure.
+int ReplayLog(const Args &a, const sim::DeviceLog &log, const std::string &scn, const std::string &text) {
+    sim::Scenario scenario = sim::ParseScenario(text, scn);
+    for (const std::string &e : scenario.errors) {
+        std::fprintf(stderr, "%s\n", e.c_str());
+    }
+    if (!scenario.errors.empty()) {
+        return 2;
+    }
+    sim::Transcript out(stdout, a.json, true);
+    sim::RunReport report;
+    if (sim::RunScenario(scenario, scn, out, a.run, &report) != 0) {
+        return 1;
+    }
+    bool errors = ReportFindings(a, report);
+    sim::Departure d = sim::FindDeparture(log, a.from_log, out.Lines());
+    std::fputs(d.text.c_str(), a.json ? stderr : stdout);
+    return d.found || errors ? 1 : 0;
+}
+
+// --from-log: converts a device's log; lists what cannot be replayed (exit 2 when
+// nothing can), then writes it (--out) and replays it (--app).
+int FromLog(const Args &a) {
+    std::string text;
+    if (a.out_name.empty() && a.run.app.empty()) {
+        return Usage("--from-log needs --out NAME or --app LIB.so");
+    }
+    if (!ReadFile(a.from_log, &text)) {
+        std::fprintf(stderr, "special-sim: cannot read %s\n", a.from_log.c_str());
+        return 2;
+    }
+    sim::DeviceLog log = sim::ReadDeviceLog(text);
+    sim::LogConversion conv = sim::ConvertLog(log, a.from_log, a.keep_timing);
+    for (const std::string &why : conv.left_out) {
+        std::fprintf(stderr, "%s:%s\n", a.from_log.c_str(), why.c_str());
+    }
+    if (conv.replayable == 0) {
+        std::fprintf(stderr, "special-sim: nothing in %s can be replayed\n", a.from_log.c_str());
+        return 2;
+    }
+    // NAME.scn beside NAME.expect; without --out the name only labels the transcript's steps
+    std::string scn = a.out_name.empty() ? a.from_log : a.out_name;
+    scn += scn.size() > 4 && scn.compare(scn.size() - 4, 4, ".scn") == 0 ? "" : ".scn";
+    if (!a.out_name.empty() && !WriteConversion(scn, conv)) {
+        return 2;
+    }
+    return a.run.app.empty() ? 0 : ReplayLog(a, log, scn, conv.scenario);
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
@@ -182,6 +250,9 @@ int main(int argc, char **argv) {
     }
     if (args.qualify) {
         return Qualify(args);
+    }
+    if (!args.from_log.empty()) {
+        return FromLog(args);
     }
     return args.scenario_file.empty() ? Usage("no scenario given") : Play(args);
 }

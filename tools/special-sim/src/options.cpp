@@ -23,6 +23,9 @@ std::string *TextOption(Options &a, const std::string &arg) {
     if (arg == "--junit") {
         return &a.junit_file;
     }
+    if (arg == "--from-log" || arg == "--out") {
+        return arg == "--out" ? &a.out_name : &a.from_log;
+    }
     return arg == "--suite" ? &a.suite_dir : nullptr;
 }
 
@@ -51,6 +54,10 @@ bool FlagOption(Options &a, const std::string &arg) {
     }
     if (arg == "--no-check") {
         a.run.check.check = false;
+        return true;
+    }
+    if (arg == "--keep-timing") {
+        a.keep_timing = true;
         return true;
     }
     return false;

@@ -13,6 +13,8 @@ struct Options {
     bool qualify = false;
     bool help = false; // -h or --help: print the usage, run nothing
     std::string expect_file, scenario_file, record_file, junit_file, suite_dir;
+    std::string from_log, out_name; // --from-log LOG: convert (and with --app replay) a device log
+    bool keep_timing = false;       // --keep-timing: the gaps between the log's commands as waits
 };
 
 // Parses argv[1..argc-1] into *out, stopping at -h/--help; "" or the problem (bad usage).

@@ -5,6 +5,7 @@
 #include <dlfcn.h>
 
 #include <chrono>
+#include <cstdlib>
 #include <cstring>
 
 #include "consts.h"
@@ -117,7 +118,12 @@ int Runner::Start() {
     noltdev_host_shadow_reset();
     noltdev_host_set_sink(&Runner::Sink, this);
     noltdev_host_set_log_hook(&Runner::LogHook, this);
-    noltdev_host_set_log_level(0); // the hook brings the chosen lines into the transcript
+    // The hook brings the chosen lines into the transcript; NOLTDEV_LOG_LEVEL set in the
+    // environment keeps the module's own log on standard error too, as a device writes it.
+    const char *env_level = std::getenv("NOLTDEV_LOG_LEVEL");
+    if (env_level == nullptr || *env_level == '\0') {
+        noltdev_host_set_log_level(0);
+    }
     int rc = options_.app.empty() ? StartDemo() : StartApp();
     if (rc != 0) {
         return 1;
