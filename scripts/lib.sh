@@ -59,6 +59,7 @@ cross_triplet() {
     armel) echo arm-linux-gnueabi ;;
     mipsel) echo mipsel-linux-gnu ;;
     s390x) echo s390x-linux-gnu ;;
+    arm64) echo aarch64-linux-gnu ;;
     *) return 1 ;;
     esac
 }
