@@ -115,6 +115,9 @@ void noltdev_host_drain(void);
  *        timeout_ms passes. For the custom-voice answers: after posting N custom-voice
  *        requests, wait for N kCenPlt2PuSetCustomVoiceRsp without sleeping.
  *        Thread: any but the kernel message thread.
+ * @param command_id the command identifier of the messages to count.
+ * @param count how many of them to wait for.
+ * @param timeout_ms how long to wait at most, in milliseconds.
  * @return how many such messages were sent (less than count: the time ran out).
  */
 int noltdev_host_wait_sent(uint32_t command_id, int count, int timeout_ms);
