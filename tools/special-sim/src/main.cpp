@@ -24,7 +24,7 @@
 namespace {
 
 const char kUsage[] =
-    "usage: special-sim [OPTIONS] SCENARIO\n"
+    "Usage: special-sim [OPTIONS] SCENARIO\n"
     "       special-sim --qualify --app LIB.so [--junit FILE] [--suite DIR] [--row NAME] [--require LIST]\n"
     "       special-sim --from-log LOG [--out NAME] [--app LIB.so] [--keep-timing]\n"
     "       special-sim --version\n"
