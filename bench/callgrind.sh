@@ -10,6 +10,7 @@ root=$(cd "$(dirname "$0")/.." && pwd)
 build=${BUILD_DIR:-$root/build-bench}
 count=${COUNT:-200}
 pattern=${1:-.}
+bash "$root/scripts/install-deps.sh" sim bench valgrind
 cmake -S "$root" -B "$build" -DNOLTDEV_WERROR=ON -DCMAKE_BUILD_TYPE=Release -DNOLTDEV_BUILD_BENCH=ON -DNOLTDEV_BUILD_TESTS=OFF \
     -DNOLTDEV_BUILD_TOOLS=OFF >/dev/null
 cmake --build "$build" -j2 --target special_callgrind >/dev/null

@@ -6,6 +6,7 @@
 set -eu
 root=$(cd "$(dirname "$0")/.." && pwd)
 build=${BUILD_DIR:-$root/build-bench}
+bash "$root/scripts/install-deps.sh" sim bench
 cmake -S "$root" -B "$build" -DNOLTDEV_WERROR=ON -DCMAKE_BUILD_TYPE=Release -DNOLTDEV_BUILD_BENCH=ON -DNOLTDEV_BUILD_TESTS=OFF \
     -DNOLTDEV_BUILD_TOOLS=OFF >/dev/null
 cmake --build "$build" -j2 --target special_bench special_callgrind >/dev/null

@@ -51,23 +51,32 @@ if(NOLTDEV_STACK_USAGE)
   target_compile_options(noltDevSDK_special_objects PRIVATE -fstack-usage)
 endif()
 
-if(NOLTDEV_MODULE_STATIC)
-  # One relocatable object whose hidden symbols are made local, so that in the
-  # application's link too only the seven public names are visible.
+# The static library: one relocatable object whose hidden symbols are made local, so that
+# in the application's link too only the seven public names are visible.
+function(noltdev_add_static_module name)
   set(prelinked ${PROJECT_BINARY_DIR}/noltDevSDK_special_prelinked.o)
   add_custom_command(OUTPUT ${prelinked}
     COMMAND ${CMAKE_LINKER} -r -o ${prelinked} $<TARGET_OBJECTS:noltDevSDK_special_objects>
     COMMAND ${CMAKE_OBJCOPY} --localize-hidden ${prelinked}
     DEPENDS $<TARGET_OBJECTS:noltDevSDK_special_objects> COMMAND_EXPAND_LISTS VERBATIM)
   set_source_files_properties(${prelinked} PROPERTIES EXTERNAL_OBJECT TRUE GENERATED TRUE)
-  add_library(noltDevSDK_special STATIC ${prelinked})
-  add_dependencies(noltDevSDK_special noltDevSDK_special_objects)
+  add_library(${name} STATIC ${prelinked})
+  add_dependencies(${name} noltDevSDK_special_objects)
+  set_target_properties(${name} PROPERTIES OUTPUT_NAME noltDevSDK_special LINKER_LANGUAGE CXX)
+endfunction()
+
+if(NOLTDEV_MODULE_STATIC)
+  noltdev_add_static_module(noltDevSDK_special)
 else()
   add_library(noltDevSDK_special SHARED $<TARGET_OBJECTS:noltDevSDK_special_objects>)
   set_target_properties(noltDevSDK_special PROPERTIES
     VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINK_DEPENDS ${NOLTDEV_VERSION_SCRIPT})
   target_link_options(noltDevSDK_special PRIVATE
     LINKER:--version-script=${NOLTDEV_VERSION_SCRIPT} LINKER:--exclude-libs,ALL)
+  if(NOLTDEV_PACKAGE)
+    # the development package carries the static library beside the shared one
+    noltdev_add_static_module(noltDevSDK_special_static)
+  endif()
 endif()
 add_library(noltDevSDK_special::noltDevSDK_special ALIAS noltDevSDK_special)
 set_target_properties(noltDevSDK_special PROPERTIES LINKER_LANGUAGE CXX)

@@ -34,6 +34,19 @@ ROUTER = {
     19591: '{"Result":0}',
 }
 
+# special-sim's device log reader: the module's own lines at level 4 (a report, a framed
+# command and its answer, a raw command, a sleep drop, the unbind answer, a JSON report),
+# then the same behind a kernel timestamp and a syslog head, with Windows line ends.
+DEVICE_LOG = ('[DEBUG] special_extend_data_route_cb 0\n[ERROR] s:305e\n[INFO] \n'
+              '<?xml version="1.0" encoding="UTF-8"?><Request><DevSerial>DS1</DevSerial>'
+              '<Status Type="ICR" Value="1"></Status></Request>\n'
+              '[ERROR] R:498d\n[INFO] xml: <Request><Type>OneClickMute</Type><Value>1</Value>'
+              '<UserDefine MsgSeq="106"></UserDefine></Request>\n'
+              '[ERROR] s:498e\n[INFO] \n<Response><Result>0</Result></Response>\n'
+              '[ERROR] R:4c92\n[ERROR] R:498d\n[DEBUG] preview: device sleep!\n'
+              '[ERROR] R:4c87\n[INFO] {"Result":0}\n[ERROR] R:49af\n[INFO] xml: {"subserial":"CH1"}\n'
+              '[ERROR] s:49b0\n[INFO] \n\n[ERROR] s:30a1\n[INFO] \n{\n\t"subserial":\t"DS1"\n}\n')
+
 RAW_LITERAL = re.compile(r'R"([^(\s]*)\((.*?)\)\1"', re.S)
 PLAIN_LITERAL = re.compile(r'"((?:[^"\\\n]|\\.)*)"')
 
@@ -80,6 +93,14 @@ def main(out):
     write(status, b'\xff\xff\xff\xff' + bytes(64))
     write(status, b'\x00\x00\x00\x01' + b'\x01' * 64)
     write(status, b'\xc0\x00\x00\x00' + bytes([0, 2, 0, 0, 0]) + b'A' * 200)
+
+    fromlog = os.path.join(out, 'fromlog')
+    lines = DEVICE_LOG.splitlines()
+    write(fromlog, DEVICE_LOG.encode())
+    write(fromlog, ''.join('[%5d.%06d] %s\n' % (100 + i, i, l) for i, l in enumerate(lines)).encode())
+    write(fromlog, ''.join('Nov 24 10:00:01 cam app[123]: %s\r\n' % l for l in lines).encode())
+    write(fromlog, b'M' + DEVICE_LOG.encode())
+    write(fromlog, b'T' + DEVICE_LOG.encode())
 
     root = os.path.join(os.path.dirname(os.path.abspath(__file__)), '..')
     for text in test_texts(root):

@@ -3,16 +3,16 @@
 # time from seeds made out of the test bodies, keeping what they find in a corpus.
 #   SECONDS_PER_FUZZER  run time of each harness (default 60)
 #   FUZZ_BUILD_DIR      build directory (default build-fuzz); the corpora live under it
-#   FUZZERS             the harnesses to run (default: router answers shadow status)
+#   FUZZERS             the harnesses to run (default: router answers shadow status fromlog)
 # Exits non-zero when a harness finds a fault; its input is left as fuzz-<name>-crash-*.
 set -euo pipefail
 cd "$(dirname "$0")/.."
-bash scripts/install-deps.sh
+bash scripts/install-deps.sh sim clang python
 secs=${SECONDS_PER_FUZZER:-60}
 build=${FUZZ_BUILD_DIR:-build-fuzz}
-fuzzers=${FUZZERS:-router answers shadow status}
+fuzzers=${FUZZERS:-router answers shadow status fromlog}
 CC=clang-14 CXX=clang++-14 cmake -S . -B "$build" -DNOLTDEV_WERROR=ON -DCMAKE_BUILD_TYPE=RelWithDebInfo -DNOLTDEV_BUILD_FUZZ=ON \
-    -DNOLTDEV_SANITIZE=address,undefined -DNOLTDEV_BUILD_TESTS=OFF -DNOLTDEV_BUILD_TOOLS=OFF \
+    -DNOLTDEV_SANITIZE=address,undefined -DNOLTDEV_BUILD_TESTS=OFF -DNOLTDEV_BUILD_TOOLS=ON \
     -DNOLTDEV_BUILD_BENCH=OFF >/dev/null
 targets=()
 for name in $fuzzers; do

@@ -3,7 +3,7 @@
 # functions (module.abi) and every public type of the header (types.abi, from the probe
 # library the build makes). A change fails with abidiff's report.
 #   scripts/abi.sh check BUILD_DIR      compare a build with its target's baseline
-#   scripts/abi.sh update [PRESET...]   rewrite the baseline on purpose (default: host armhf)
+#   scripts/abi.sh update [PRESET...]   rewrite the baseline on purpose (default: host armhf arm64)
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 root=$(cd "$here/.." && pwd)
@@ -34,9 +34,10 @@ preset_dir() { if [ "$1" = host ]; then echo "$root/build"; else echo "$root/bui
 
 update() {
     local preset build dir
-    [ $# -gt 0 ] || set -- host armhf
+    [ $# -gt 0 ] || set -- host armhf arm64
     for preset in "$@"; do
-        if [ "$preset" = host ]; then bash "$here/install-deps.sh"; else bash "$here/install-cross.sh" armhf; fi
+        # a cross preset is named after its Debian architecture (armhf-time64: armhf's)
+        if [ "$preset" = host ]; then bash "$here/install-deps.sh" suite; else bash "$here/install-cross.sh" "${preset%-time64}"; fi
         (cd "$root" && cmake --preset "$preset" >/dev/null &&
             cmake --build --preset "$preset" --target noltDevSDK_special noltdev_abi_probe)
         build=$(preset_dir "$preset")

@@ -7,7 +7,7 @@
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 cd "$here/.."
-bash scripts/install-deps.sh
+bash scripts/install-deps.sh suite coverage
 
 build=${COVERAGE_BUILD_DIR:-build-coverage}
 CC=gcc CXX=g++ cmake -S . -B "$build" -DNOLTDEV_WERROR=ON -DCMAKE_BUILD_TYPE=Debug -DNOLTDEV_COVERAGE=ON -DNOLTDEV_SANITIZE= \

@@ -7,13 +7,12 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 cd "$here/.."
 # shellcheck source=scripts/lib.sh
 source scripts/lib.sh
-apt_install_missing doxygen
+bash scripts/install-deps.sh module docs
 
 out=${DOCS_BUILD_DIR:-build-docs}
 rm -rf "$out"
 # The generated header as CMake makes it (version and layout of this machine's build):
 # a configure of the module alone, nothing built.
-bash scripts/install-deps.sh >/dev/null
 cmake -S . -B "$out" -DNOLTDEV_BUILD_HOST_SDK=OFF -DNOLTDEV_BUILD_TESTS=OFF -DNOLTDEV_BUILD_TOOLS=OFF >/dev/null
 version=$(sed -n 's/^#define NOLTDEVSDK_SPECIAL_VERSION_STRING "\(.*\)"/\1/p' "$out/include/noltDevSDK_special_build.h")
 

@@ -13,7 +13,7 @@ cd "$root"
 . "$here/lib.sh"
 
 # preset, Debian architecture whose toolchain builds it
-targets=("armhf armhf" "armhf-time64 armhf" "armel armel" "mipsel mipsel" "s390x s390x")
+targets=("armhf armhf" "armhf-time64 armhf" "armel armel" "mipsel mipsel" "s390x s390x" "arm64 arm64")
 for entry in "${targets[@]}"; do
     read -r target arch <<<"$entry"
     bash scripts/install-cross.sh "$arch" >/dev/null
@@ -69,8 +69,8 @@ if [ "${1:-}" = "--doc" ]; then
 The module alone (`libnoltDevSDK_special.so`, without cJSON, pugixml or any SDK library),
 built for each cross target with Debian's cross compiler (gcc 12, `-Os`, the
 `<target>-release` presets): 32-bit ARM hard float (`armhf`, and `armhf-time64` with a
-64-bit `time_t`), 32-bit ARM soft float (`armel`), 32-bit little-endian MIPS (`mipsel`) and
-the big-endian `s390x` (64-bit). `text` includes the read-only data and the dynamic symbol
+64-bit `time_t`), 32-bit ARM soft float (`armel`), 32-bit little-endian MIPS (`mipsel`),
+the big-endian `s390x` (64-bit) and 64-bit ARM (`arm64`). `text` includes the read-only data and the dynamic symbol
 tables; `data` and `bss` are what the module adds to the process's writable memory. The
 sections and stack frames are armhf's. Stack frames are per function, as gcc reports
 them; "static" frames are exact, "dynamic" ones grow at run time (and "bounded" have a

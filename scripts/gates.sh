@@ -7,8 +7,6 @@
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 cd "$here/.."
-# shellcheck source=scripts/lib.sh
-source scripts/lib.sh
 
 max_complexity=12
 max_lines=60
@@ -16,7 +14,7 @@ module=userpace
 areas=("$module" hostsdk tools/special-sim/src tools/special-sim/soak)
 allowed=scripts/complexity-allowed.txt
 
-apt_install_missing clang-format-14 cppcheck pmccabe
+bash scripts/install-deps.sh gates
 failed=0
 
 # C/C++ sources of the repository, build directories left out.

@@ -2,7 +2,7 @@
 # Installs one cross target's toolchain, that architecture's multiarch builds of the
 # libraries (cJSON, pugixml, GoogleTest) and qemu-user when they are missing (Debian 12,
 # root). Never installs g++-multilib: Debian makes it conflict with the cross compilers.
-#   scripts/install-cross.sh ARCH      ARCH: armhf, armel, mipsel or s390x (Debian's names)
+#   scripts/install-cross.sh ARCH      ARCH: armhf, armel, mipsel, s390x or arm64 (Debian's names)
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 # shellcheck source=scripts/lib.sh
@@ -10,7 +10,7 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 
 arch=${1:-}
 triplet=$(cross_triplet "$arch") || {
-    echo "usage: $0 armhf|armel|mipsel|s390x" >&2
+    echo "usage: $0 armhf|armel|mipsel|s390x|arm64" >&2
     exit 2
 }
 

@@ -6,7 +6,7 @@
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 cd "$here/.."
-bash scripts/install-deps.sh
+bash scripts/install-deps.sh suite valgrind
 
 build=${LEAK_BUILD_DIR:-build-leak}
 CC=gcc CXX=g++ cmake -S . -B "$build" -DNOLTDEV_WERROR=ON -DCMAKE_BUILD_TYPE=Debug -DNOLTDEV_SANITIZE= -DNOLTDEV_COVERAGE=OFF \

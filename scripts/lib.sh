@@ -2,11 +2,20 @@
 # lock instead of failing when another install is under way.
 # shellcheck shell=bash
 
-# Prints the packages among "$@" that dpkg does not report as installed.
+# Prints the packages among "$@" that dpkg does not report as installed for the
+# architecture each needs: "name:arch" for a cross target's, a bare name for this
+# machine's. dpkg answers a bare name with whichever architecture it holds (a cross
+# target's library alone included), so the question always names one; packages of
+# architecture "all" answer to ":all".
 missing_packages() {
-    local pkg
+    local pkg name arch host status
+    host=$(dpkg --print-architecture)
     for pkg in "$@"; do
-        if ! dpkg-query -W -f='${Status}' "$pkg" 2>/dev/null | grep -q "install ok installed"; then
+        name=${pkg%%:*} arch=$host
+        [ "$name" = "$pkg" ] || arch=${pkg#*:}
+        # one of the two names always matches nothing, and dpkg-query then exits 1
+        status=$(dpkg-query -W -f='${Status}\n' "$name:$arch" "$name:all" 2>/dev/null || true)
+        if [[ $status != *"install ok installed"* ]]; then
             printf '%s\n' "$pkg"
         fi
     done
@@ -50,6 +59,7 @@ cross_triplet() {
     armel) echo arm-linux-gnueabi ;;
     mipsel) echo mipsel-linux-gnu ;;
     s390x) echo s390x-linux-gnu ;;
+    arm64) echo aarch64-linux-gnu ;;
     *) return 1 ;;
     esac
 }
@@ -65,7 +75,7 @@ select_app_target() {
     root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
     case "$1" in
     host)
-        bash "$root/scripts/install-deps.sh"
+        bash "$root/scripts/install-deps.sh" suite python
         build=$root/build cc=(gcc) cmake_args=() run=() pc_libdir=
         ;;
     armhf)

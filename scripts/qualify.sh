@@ -1,9 +1,13 @@
 #!/usr/bin/env bash
-# Qualifies the two example applications with special-sim: the sample application
-# (examples/sample_app) must pass every row with no error or warning finding and write
-# valid JUnit XML; the faulty one (examples/faulty_app) must fail with every planted
-# fault found, each by its class and field path. Then a recorded session of the sample
-# must replay green, and red once the application changes one answer.
+# Qualifies the example applications with special-sim: the sample application
+# (examples/sample_app) must pass or be not applicable in every row with no error or
+# warning finding and write valid JUnit XML; the partial one (examples/partial_app) must
+# pass with rows not applicable, and fail with --require-all; the faulty one
+# (examples/faulty_app) must fail with every planted fault found, each by its class and
+# field path; an application that crashes in one callback and one that hangs in one
+# must each fail that row only, with JUnit written, within a minute. Then a recorded
+# session of the sample must replay green, and red once the application changes one
+# answer.
 #   scripts/qualify.sh            for the PC (preset "host")
 #   scripts/qualify.sh armhf      the simulator and the applications for 32-bit ARM, under qemu-arm
 set -euo pipefail
@@ -23,9 +27,9 @@ cmake --build --preset "$target" --target special-sim noltDevSDK_special noltdev
     noltdev_report_status noltdev_shadow
 rm -rf "$out"
 cmake --install "$build" --prefix "$stage" >/dev/null
-for app in sample_app faulty_app; do
-    cmake -S "examples/$app" -B "$out/$app" -DCMAKE_PREFIX_PATH="$stage" "${cmake_args[@]}" >/dev/null
-    cmake --build "$out/$app" -j2 >/dev/null
+for app in examples/sample_app examples/faulty_app examples/partial_app tools/special-sim/tests/apps; do
+    cmake -S "$app" -B "$out/${app##*/}" -DCMAKE_PREFIX_PATH="$stage" "${cmake_args[@]}" >/dev/null
+    cmake --build "$out/${app##*/}" -j2 >/dev/null
 done
 # the installed simulator, with the suite installed beside it
 sim=("${run[@]}" "$stage/bin/special-sim")
@@ -42,8 +46,37 @@ echo "== the sample application qualifies clean"
 if grep -E '^ +(error|warning) ' "$out/sample.txt" || grep -E '^(FAILED|not exercised) ' "$out/sample.txt"; then
     fail "the sample application has findings or rows not exercised"
 fi
-python3 -c 'import sys, xml.etree.ElementTree as E; r = E.parse(sys.argv[1]).getroot(); assert r.tag == "testsuites" and len(r.findall(".//testcase")) > 0' \
-    "$out/sample.xml" || fail "invalid JUnit XML"
+# rows: the JUnit file's test cases; at least 60, one per capability
+junit_rows() {
+    python3 -c 'import sys, xml.etree.ElementTree as E; r = E.parse(sys.argv[1]).getroot(); assert r.tag == "testsuites"; print(len(r.findall(".//testcase")))' "$1"
+}
+rows=$(junit_rows "$out/sample.xml") || fail "invalid JUnit XML"
+[ "$rows" -ge 60 ] || fail "only $rows rows in the JUnit XML"
+
+echo "== the partial application passes with rows not applicable, and fails with --require-all"
+"${sim[@]}" --qualify --app "$out/partial_app/libpartial_app.so" >"$out/partial.txt" ||
+    { cat "$out/partial.txt"; fail "the partial application did not qualify"; }
+grep -E '^[0-9]+ passed, 0 failed, [1-9][0-9]* not applicable' "$out/partial.txt" ||
+    fail "the partial application has no rows not applicable"
+rc=0
+"${sim[@]}" --qualify --app "$out/partial_app/libpartial_app.so" --require-all >"$out/partial-all.txt" || rc=$?
+tail -1 "$out/partial-all.txt"
+[ "$rc" -eq 1 ] || fail "--require-all exited $rc, not 1"
+
+for what in crash hang; do
+    echo "== an application that ${what}s in one callback: that row FAILED, every other row run"
+    rc=0
+    start=$SECONDS
+    "${sim[@]}" --qualify --app "$out/apps/lib${what}_app.so" --junit "$out/$what.xml" >"$out/$what.txt" || rc=$?
+    took=$((SECONDS - start))
+    grep -A2 '^FAILED' "$out/$what.txt"
+    tail -1 "$out/$what.txt"
+    [ "$rc" -eq 1 ] || fail "the $what application's qualification exited $rc, not 1"
+    [ "$took" -le 60 ] || fail "the $what application's qualification took $took s"
+    grep -E "^    $what: " "$out/$what.txt" >/dev/null || fail "no $what row"
+    [ "$(junit_rows "$out/$what.xml")" -eq "$rows" ] || fail "not every row ran past the $what"
+    echo "the $what application: exit $rc in $took s"
+done
 
 echo "== the faulty application is caught, every fault by its class and field path"
 rc=0

@@ -14,7 +14,7 @@ here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 cd "$here/.."
 
 seconds=${1:-60}
-bash scripts/install-deps.sh
+bash scripts/install-deps.sh suite
 cmake --preset host >/dev/null
 cmake --build --preset host --target special-soak
 exec build/tools/special-sim/special-soak "$seconds" examples/demo.scn "${SOAK_SEED:-1}" "${SOAK_STEPS:-3000}" \

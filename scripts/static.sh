@@ -6,7 +6,7 @@
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 cd "$here/.."
-bash scripts/install-deps.sh
+bash scripts/install-deps.sh module
 
 build=${STATIC_BUILD_DIR:-build-static}
 cmake -S . -B "$build" -DNOLTDEV_WERROR=ON -DCMAKE_BUILD_TYPE=MinSizeRel -DNOLTDEV_BUILD_HOST_SDK=OFF \

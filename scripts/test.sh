@@ -7,6 +7,7 @@
 #   scripts/test.sh armel          32-bit ARM soft float (armv5te), under qemu-arm
 #   scripts/test.sh mipsel         32-bit little-endian MIPS, under qemu-mipsel
 #   scripts/test.sh s390x          big-endian s390x (64-bit), under qemu-s390x
+#   scripts/test.sh arm64          64-bit ARM (aarch64), under qemu-aarch64
 # The device builds (presets <target>-release) are scripts/footprint.sh's.
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -14,11 +15,12 @@ cd "$here/.."
 
 preset=${1:-host}
 case "$preset" in
-host | asan) bash scripts/install-deps.sh ;;
+host) bash scripts/install-deps.sh suite ;;
+asan) bash scripts/install-deps.sh suite clang ;;
 armhf | armhf-time64) bash scripts/install-cross.sh armhf ;;
-armel | mipsel | s390x) bash scripts/install-cross.sh "$preset" ;;
+armel | mipsel | s390x | arm64) bash scripts/install-cross.sh "$preset" ;;
 *)
-    echo "usage: $0 [host|asan|armhf|armhf-time64|armel|mipsel|s390x]" >&2
+    echo "usage: $0 [host|asan|armhf|armhf-time64|armel|mipsel|s390x|arm64]" >&2
     exit 2
     ;;
 esac

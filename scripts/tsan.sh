@@ -5,7 +5,7 @@
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
 cd "$here/.."
-bash scripts/install-deps.sh
+bash scripts/install-deps.sh suite clang
 
 build=${TSAN_BUILD_DIR:-build-tsan}
 CC=clang-14 CXX=clang++-14 cmake -S . -B "$build" -DNOLTDEV_WERROR=ON -DCMAKE_BUILD_TYPE=RelWithDebInfo \

@@ -2,6 +2,7 @@
 // state and its reset, the time helpers and the log hook.
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <climits>
 #include <cstring>
 #include <mutex>
@@ -198,6 +199,22 @@ TEST_F(HostKernel, LinkDownFailsSendsAndItsChangesRaiseEvents) {
     noltdev_host_set_link(0);
     noltdev_host_kernel_reset();
     EXPECT_EQ(1, noltdev_host_link_up());
+}
+
+// Answers sent later from other threads (the module's custom-voice workers) are waited
+// for by count, per command, without sleeping; a reset starts the count again.
+TEST_F(HostKernel, WaitSentCountsWhatOtherThreadsSend) {
+    std::thread worker([] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(20));
+        Send("a", 1);
+        Send("b", 2);
+    });
+    EXPECT_EQ(2, noltdev_host_wait_sent(0, 2, 10000));
+    worker.join();
+    EXPECT_EQ(2, noltdev_host_wait_sent(0, 3, 1)); // the time ran out: what was sent
+    EXPECT_EQ(0, noltdev_host_wait_sent(7, 1, 0)); // another command
+    noltdev_host_kernel_reset();
+    EXPECT_EQ(0, noltdev_host_wait_sent(0, 1, 0));
 }
 
 TEST_F(HostKernel, SendHandsACopyToTheSinkAndAnswersItsResult) {

@@ -19,13 +19,13 @@ extern "C" {
 /** @brief One outbound message as the kernel's sink sees it (a deep copy, valid during
  *  the sink call). */
 typedef struct {
-    uint32_t domain_id;
-    uint32_t command_id;
-    uint32_t seq;
-    uint8_t response; /**< 1 for an answer to a platform request */
-    const char *command_ver;
-    const char *body; /**< NUL-terminated copy of the body */
-    uint32_t body_len;
+    uint32_t domain_id;      /**< the sending domain (3999 for the special module) */
+    uint32_t command_id;     /**< the platform command identifier */
+    uint32_t seq;            /**< the message's sequence number */
+    uint8_t response;        /**< 1 for an answer to a platform request */
+    const char *command_ver; /**< the command version text, NUL-terminated */
+    const char *body;        /**< NUL-terminated copy of the body */
+    uint32_t body_len;       /**< body length in bytes, without the terminator */
 } noltdev_host_message;
 
 /** @brief Receives every message sent through noltdev_sdk_kernel_send(); its result
@@ -39,11 +39,14 @@ typedef int (*noltdev_host_sink_fn)(const noltdev_host_message *msg, void *user)
  */
 void noltdev_host_kernel_reset(void);
 
-/** @brief Sets the value of device-information key "dev_subserial". */
+/** @brief Sets the value of device-information key "dev_subserial".
+ *  @param serial the serial, copied. */
 void noltdev_host_set_serial(const char *serial);
-/** @brief Sets the sleep status (non-zero: the device sleeps). */
+/** @brief Sets the sleep status.
+ *  @param sleeping non-zero: the device sleeps. */
 void noltdev_host_set_sleep(int sleeping);
-/** @brief Sets the registration status (0: not registered). */
+/** @brief Sets the registration status.
+ *  @param registered 0: not registered. */
 void noltdev_host_set_registered(int registered);
 /**
  * @brief Takes the device's link to the platform down (0) or up (non-zero), as a device
@@ -58,20 +61,33 @@ void noltdev_host_set_registered(int registered);
 int noltdev_host_set_link(int up);
 /** @brief 1 while the link is up (the default), 0 while it is down. */
 int noltdev_host_link_up(void);
-/** @brief Installs the outbound sink (NULL: sends succeed and are dropped). */
+/** @brief Installs the outbound sink.
+ *  @param fn the sink; NULL: sends succeed and are dropped.
+ *  @param user handed to every call of fn. */
 void noltdev_host_set_sink(noltdev_host_sink_fn fn, void *user);
 
-/** @brief Makes the next extension loads fail with this kernel code (0: succeed). */
+/** @brief Makes the next extension loads fail.
+ *  @param code the kernel code they give; 0: they succeed. */
 void noltdev_host_set_extend_load_result(int code);
-/** @brief Makes every redirect registration answer this code (0: succeed). */
+/** @brief Makes every redirect registration answer a code.
+ *  @param code the code; 0: they succeed. */
 void noltdev_host_set_redirect_result(int code);
-/** @brief Number of redirect registrations seen since the last reset. */
+/** @brief Number of redirect registrations seen since the last reset.
+ *  @return that number. */
 int noltdev_host_redirect_count(void);
-/** @brief Copies redirect registration i (in call order); 0, or -1 when out of range. */
+/** @brief Copies one redirect registration.
+ *  @param i its index, in call order.
+ *  @param command_id receives its command identifier.
+ *  @param domain_id receives its domain.
+ *  @param type receives its type text, NUL-terminated.
+ *  @return 0, or -1 when i is out of range. */
 int noltdev_host_redirect_get(int i, uint32_t *command_id, uint32_t *domain_id, char type[32]);
-/** @brief Number of noltdev_timer_init() calls since the last reset. */
+/** @brief Number of noltdev_timer_init() calls since the last reset.
+ *  @return that number. */
 int noltdev_host_timer_init_count(void);
-/** @brief 1 when an extension is loaded for the domain. */
+/** @brief Whether an extension is loaded for a domain.
+ *  @param domain_id the domain.
+ *  @return 1 when one is loaded, else 0. */
 int noltdev_host_domain_loaded(int domain_id);
 
 /**
@@ -86,21 +102,52 @@ int noltdev_host_domain_loaded(int domain_id);
  * @brief Delivers a platform message to the domain's data-route callback at once, on
  *        the caller's thread (the body is copied and NUL-terminated, valid during the
  *        call only: see NOLTDEV_HOST_SPENT_BODY_BYTE).
+ * @param domain_id the domain to deliver to.
+ * @param command_id the platform command identifier.
+ * @param seq the platform's sequence number, which the answer carries.
+ * @param body the body (an XML or JSON text); the caller's.
+ * @param body_len its length in bytes.
  * @return 0, or NOLTDEV_SDK_KERNEL_ERR_NO_DOMAIN when no extension is loaded for it.
  */
 int noltdev_host_inject(int domain_id, int command_id, uint32_t seq, const char *body, uint32_t body_len);
 
-/** @brief Starts the kernel message thread that delivers posted messages in order. */
+/** @brief Starts the kernel message thread that delivers posted messages in order.
+ *  @return 0, also when it runs already; NOLTDEV_SDK_KERNEL_ERR_REFUSED when no thread
+ *          can be started. */
 int noltdev_host_msg_thread_start(void);
 /** @brief Delivers what is queued, then stops the message thread. */
 void noltdev_host_msg_thread_stop(void);
 /** @brief Queues a platform message for the message thread (copied; valid during the
- *         callback only, as for noltdev_host_inject). */
+ *         callback only, as for noltdev_host_inject).
+ *  @param domain_id the domain to deliver to.
+ *  @param command_id the platform command identifier.
+ *  @param seq the platform's sequence number.
+ *  @param body the body; the caller's, copied.
+ *  @param body_len its length in bytes.
+ *  @return 0; NOLTDEV_SDK_KERNEL_ERR_PARAM for a body that cannot be read,
+ *          NOLTDEV_SDK_KERNEL_ERR_NO_DOMAIN when no extension is loaded for the domain,
+ *          NOLTDEV_SDK_KERNEL_ERR_REFUSED when the message thread is not running. */
 int noltdev_host_post(int domain_id, int command_id, uint32_t seq, const char *body, uint32_t body_len);
-/** @brief Waits until every posted message has been delivered. */
+/** @brief Waits until every posted message has been delivered. Answers the module sends
+ *  later from threads of its own (a custom voice is answered by its worker once the
+ *  application's recv_msg returns) are waited for with noltdev_host_wait_sent(). */
 void noltdev_host_drain(void);
+/**
+ * @brief Drains (noltdev_host_drain), then waits until the device has sent at least
+ *        `count` messages with this command id since the kernel was reset, or until
+ *        timeout_ms passes. For the custom-voice answers: after posting N custom-voice
+ *        requests, wait for N kCenPlt2PuSetCustomVoiceRsp without sleeping.
+ *        Thread: any but the kernel message thread.
+ * @param command_id the command identifier of the messages to count.
+ * @param count how many of them to wait for.
+ * @param timeout_ms how long to wait at most, in milliseconds.
+ * @return how many such messages were sent (less than count: the time ran out).
+ */
+int noltdev_host_wait_sent(uint32_t command_id, int count, int timeout_ms);
 
 /** @brief Calls the domain's event callback with this event type on the caller's thread.
+ *  @param domain_id the domain.
+ *  @param event_type the kernel event (0 online, 6 reconnected, ...).
  *  @return 0, or NOLTDEV_SDK_KERNEL_ERR_NO_DOMAIN. */
 int noltdev_host_raise_event(int domain_id, int event_type);
 
@@ -108,10 +155,13 @@ int noltdev_host_raise_event(int domain_id, int event_type);
 
 /** @brief Receives every formatted log line with its level, whatever the threshold. */
 typedef void (*noltdev_host_log_hook_fn)(int level, const char *line, void *user);
-/** @brief Installs the log hook (NULL removes it). */
+/** @brief Installs the log hook.
+ *  @param fn the hook; NULL removes it.
+ *  @param user handed to every call of fn. */
 void noltdev_host_set_log_hook(noltdev_host_log_hook_fn fn, void *user);
-/** @brief Lines at or below this level go to standard error (default: environment
- *  NOLTDEV_LOG_LEVEL, else 2; 0 silences). */
+/** @brief Sets which lines go to standard error.
+ *  @param level lines at or below it are printed (default: environment
+ *         NOLTDEV_LOG_LEVEL, else 2; 0 silences). */
 void noltdev_host_set_log_level(int level);
 
 /* ---- report-status service -------------------------------------------------------- */
@@ -119,28 +169,41 @@ void noltdev_host_set_log_level(int level);
 /** @brief Runs one poll synchronously on the caller's thread.
  *  @return the number of report functions called. */
 int noltdev_host_report_poll(void);
-/** @brief Calls every non-null reset function, in registration order. */
+/** @brief Calls every non-null reset function, in registration order.
+ *  @return the number of reset functions called. */
 int noltdev_host_report_reset_all(void);
-/** @brief Starts polling on the service's own thread every period_ms (0: 1000 ms). */
+/** @brief Starts polling on the service's own thread: at once, then every period.
+ *  @param period_ms the period in milliseconds (0 or negative: 1000 ms).
+ *  Starting a running thread restarts it with the new period.
+ *  @return 0; -1 from one of the thread's own item functions while a stop is pending. */
 int noltdev_host_report_start(int period_ms);
 /** @brief Stops the polling thread (waits for a poll in progress). */
 void noltdev_host_report_stop(void);
-/** @brief Copies the registered ids in registration order; returns their count. */
+/** @brief Copies the registered ids in registration order.
+ *  @param ids receives at most max ids; NULL only asks the count.
+ *  @param max room in ids.
+ *  @return the number copied; with ids NULL or max <= 0, how many are registered. */
 int noltdev_host_report_registered(uint32_t *ids, int max);
-/** @brief 1 when the id is registered and has a reset function, 0 without one, -1 when
- *  it is not registered. */
+/** @brief Whether a registered item has a reset function.
+ *  @param id the report status id.
+ *  @return 1 when it is registered and has one, 0 without one, -1 when it is not
+ *          registered. */
 int noltdev_host_report_has_reset(uint32_t id);
 
 /** @brief Copies the ids passed to noltDevSDK_report_status_unregister (in call order,
  *  whether or not they were registered) since the process started or the log was
- *  cleared; returns how many there are. */
+ *  cleared.
+ *  @param ids receives at most max ids.
+ *  @param max room in ids.
+ *  @return how many ids the log holds. */
 int noltdev_host_report_unregister_log(uint32_t *ids, int max);
 /** @brief Empties the unregistration log. */
 void noltdev_host_report_clear_unregister_log(void);
 
 /* ---- shadow service --------------------------------------------------------------- */
 
-/** @brief Number of successful noltDevSDK_Shadow_DomainReg calls since the last reset. */
+/** @brief Number of successful noltDevSDK_Shadow_DomainReg calls since the last reset.
+ *  @return that number. */
 int noltdev_host_shadow_reg_count(void);
 /**
  * @brief Waits until the start-up reports queued so far have run. A registration asks for
@@ -153,17 +216,27 @@ void noltdev_host_shadow_drain(void);
 int noltdev_host_shadow_startup_reports(void);
 /** @brief Forgets every registered domain and stored value; keeps the cache directory. */
 void noltdev_host_shadow_reset(void);
-/** @brief Values persist as files under this directory (NULL: no persistence). */
+/** @brief Makes values persist as files.
+ *  @param dir the directory, created when missing; NULL: no persistence. */
 void noltdev_host_shadow_set_cache_dir(const char *dir);
 /**
  * @brief Delivers a platform value for a key: builds a value of this type, length and
  *        text and calls the key's parse_sync.
+ * @param domain_id the domain owning the key.
+ * @param key the key.
+ * @param type the value's type (0 to 6).
+ * @param text the value as text.
+ * @param length bytes of text to take (negative: the whole text).
  * @return parse_sync's result, or -1 when no registered domain owns the key.
  */
 int noltdev_host_shadow_deliver(int domain_id, const char *key, int type, const char *text, int length);
 /**
  * @brief Asks the key's current value: calls gen_value_JsStr with a zeroed buffer of
  *        buf_size bytes (0: 4096) and copies the result.
+ * @param domain_id the domain owning the key.
+ * @param key the key.
+ * @param buf_size the buffer handed to gen_value_JsStr (0: 4096 bytes).
+ * @param out_size room in out.
  * @param out receives the text, NUL-terminated (out_size bytes at most).
  * @param type receives the value's type (may be NULL).
  * @param version receives the generated version (may be NULL).
@@ -209,6 +282,10 @@ typedef enum {
  *        each call fails (every <= 1) or only every `every`th one does, `count` times in
  *        all (count < 0: without end). Resets the op's call and failure counters.
  *        Thread-safe.
+ * @param op the operation, a noltdev_host_fault_op.
+ * @param skip calls that succeed first.
+ * @param count failures in all (negative: without end).
+ * @param every fail each call (0 or 1) or every `every`th one.
  * @param code the result a failing call gives (operations that return a pointer give NULL).
  * @return 0, or -1 for an unknown op.
  *
@@ -218,33 +295,47 @@ typedef enum {
 int noltdev_host_fault_set(int op, int skip, int count, int every, int code);
 /** @brief Disarms every fault and zeroes every counter (noltdev_host_kernel_reset does too). */
 void noltdev_host_fault_clear(void);
-/** @brief The op's row name ("send", "thread_create", ...), or NULL when op is unknown. */
+/** @brief The op's row name ("send", "thread_create", ...).
+ *  @param op the operation.
+ *  @return the name, or NULL when op is unknown. */
 const char *noltdev_host_fault_name(int op);
-/** @brief The op whose row has this name, or -1. */
+/** @brief The op whose row has this name.
+ *  @param name the row name.
+ *  @return the op, or -1. */
 int noltdev_host_fault_find(const char *name);
-/** @brief Calls of op seen since it was last armed or cleared. */
+/** @brief Calls of op seen since it was last armed or cleared.
+ *  @param op the operation.
+ *  @return that number. */
 int noltdev_host_fault_calls(int op);
-/** @brief Failures injected into op since it was last armed or cleared. */
+/** @brief Failures injected into op since it was last armed or cleared.
+ *  @param op the operation.
+ *  @return that number. */
 int noltdev_host_fault_injected(int op);
 /**
- * @brief Counts one call of op and says whether it must fail: 1 and *code set (code may
- *        be NULL) when it must, else 0. Called by the host SDK's services and wrappers at
- *        the top of each operation; never allocates, safe from any thread.
+ * @brief Counts one call of op and says whether it must fail. Called by the host SDK's
+ *        services and wrappers at the top of each operation; never allocates, safe from
+ *        any thread.
+ * @param op the operation.
+ * @param code receives the armed code when the call must fail; may be NULL.
+ * @return 1 when the call must fail, else 0.
  */
 int noltdev_host_fault_hit(int op, int *code);
 
-/** @brief Installs the counting cJSON allocator that JSON_ALLOC fails (0:
- *  restores cJSON's own). Part of the noltdev_host_faults library
- *  (build tree only, like the wrapping). */
+/** @brief Installs the counting cJSON allocator that JSON_ALLOC fails. Part of the
+ *  noltdev_host_faults library (build tree only, like the wrapping).
+ *  @param install non-zero installs it; 0 restores cJSON's own. */
 void noltdev_host_fault_json_hooks(int install);
 /** @brief Allocations made through that allocator and not yet freed. Part of the
- *  noltdev_host_faults library. */
+ *  noltdev_host_faults library.
+ *  @return that number. */
 long noltdev_host_fault_json_live(void);
 
 /* ---- process figures ------------------------------------------------------------- */
 
-/** @brief A whole-number field of the process's /proc/self/status ("Threads", "VmRSS",
- *  "VmHWM" in KiB, ...), 0 when absent. For load and soak figures; any thread. */
+/** @brief A whole-number field of the process's /proc/self/status. For load and soak
+ *  figures; any thread.
+ *  @param key the field's whole name ("Threads", "VmRSS", "VmHWM", ...).
+ *  @return its value (KiB for the memory fields), 0 when absent. */
 long noltdev_host_process_status(const char *key);
 
 #ifdef __cplusplus

@@ -1,6 +1,10 @@
 // Outbound messages: noltdev_sdk_kernel_send copies each message and hands it to the
-// sink installed through the control API, one call at a time.
+// sink installed through the control API, one call at a time, and counts what was sent
+// per command so that a test can wait for answers sent from other threads.
+#include <chrono>
+#include <condition_variable>
 #include <cstring>
+#include <map>
 #include <mutex>
 #include <string>
 
@@ -16,12 +20,27 @@ std::recursive_mutex g_sink_mu;
 noltdev_host_sink_fn g_sink = nullptr;
 void *g_sink_user = nullptr;
 
+// Messages sent per command id since the last reset.
+std::mutex g_count_mu;
+std::condition_variable g_counted;
+std::map<uint32_t, int> g_sent;
+
+void CountSent(uint32_t command_id) {
+    {
+        std::lock_guard<std::mutex> lock(g_count_mu);
+        g_sent[command_id]++;
+    }
+    g_counted.notify_all();
+}
+
 } // namespace
 
 namespace noltdev_kernel {
 
 void ResetSend() {
     noltdev_host_set_sink(nullptr, nullptr);
+    std::lock_guard<std::mutex> lock(g_count_mu);
+    g_sent.clear();
 }
 
 } // namespace noltdev_kernel
@@ -55,7 +74,17 @@ int noltdev_sdk_kernel_send(const noltdev_sdk_kernel_pubmsg *msg) {
     out.body_len = static_cast<uint32_t>(body.size());
 
     std::lock_guard<std::recursive_mutex> lock(g_sink_mu);
-    return g_sink != nullptr ? g_sink(&out, g_sink_user) : 0;
+    int rc = g_sink != nullptr ? g_sink(&out, g_sink_user) : 0;
+    CountSent(out.command_id);
+    return rc;
+}
+
+int noltdev_host_wait_sent(uint32_t command_id, int count, int timeout_ms) {
+    noltdev_host_drain();
+    std::unique_lock<std::mutex> lock(g_count_mu);
+    g_counted.wait_for(lock, std::chrono::milliseconds(timeout_ms > 0 ? timeout_ms : 0),
+                       [command_id, count] { return g_sent[command_id] >= count; });
+    return g_sent[command_id];
 }
 
 void noltdev_host_set_sink(noltdev_host_sink_fn fn, void *user) {

@@ -158,6 +158,60 @@
  * host SDK's kernel does); that init still stores the new callbacks and registers the
  * status items and the shadow key again.
  *
+ * @section special_status How the status items are asked and reported
+ *
+ * The module polls nothing itself. It registers 22 status items with the SDK's
+ * report-status service, whose thread visits every item once a period: the service's own
+ * period, set by whoever starts its polling thread (on the host SDK
+ * noltdev_host_report_start(), 1000 ms when given 0; on a device the vendor SDK's
+ * setting). Each visit calls `get_runtime_info` once for that item, compares the answer
+ * with the value the module last took, and reports the item to the platform in the same
+ * visit when it differs; so the application is asked about every item once a period and
+ * a change reaches the platform within one period. What `get_runtime_info` returns for an
+ * item (see NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT):
+ * - 0: the record is compared and, if it differs, taken and reported;
+ * - a code whose low twelve bits are 4 (NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT, or plain 4):
+ *   the item is not supported. Nothing is sent, the module keeps its last value and tells
+ *   the service "not supported" (-1); what the service does with that is its own (the
+ *   host SDK's treats it as unchanged and asks again next period). Return it for the items
+ *   the device does not have;
+ * - any other non-zero code: the value cannot be read now. Nothing is sent and the last
+ *   value is kept; the item is asked again next period, and a later answer that differs
+ *   is reported then.
+ *
+ * Coming online: on the kernel's online event the module asks the service for immediate
+ * reports of the people-flow configuration (item 32), the child devices' connection
+ * status (42) and the mapped ports (45), and on a reconnection of the mapped ports again.
+ * Such a forced report sends the value the module last took, without asking the
+ * application (only the people-flow configuration is read afresh). When the device comes
+ * online before the first poll has visited those items, as a device usually does right
+ * after start, the connection status goes out with an empty "list" and the mapped ports
+ * with empty "NatIP" and "LocalIP" and no "PortMap": the module has seen no value yet. The
+ * next poll reads the application and reports the real values. A value the application
+ * changes and whose command forces its report (key values, plan, custom voice, linkage)
+ * likewise goes out first as the old value, then as the new one on the next poll.
+ *
+ * Channels: the module asks for channel 0 only. The switch (type 1) and key-value (type 2)
+ * queries and the plan query of the plan command (type 14) arrive with `channel` 0, the
+ * channel written back is not read, and the switch reports always say "Channel" 0. A
+ * device with several video channels answers those queries for channel 0, its main one. A
+ * command for another channel (switch, delayed sleep, drive-out, plan) arrives in
+ * `recv_msg` with that channel: apply it there; the module neither polls nor reports the
+ * state of other channels, so the command's answer is all the platform hears of them.
+ * Child devices held in trusteeship carry their own channel in
+ * noltDevSDK_trusteeship_subserial::iChannel.
+ *
+ * @section special_logs What the module logs
+ *
+ * The module writes through the SDK's debug log with levels 1 (error), 2 (warning),
+ * 3 (debug) and 4 (info). Every platform command it receives is logged at level 1 as
+ * "R:" and the command in hexadecimal ("R:490b"), and every message it sends itself
+ * (answers, status reports, device requests) at level 1 as "s:" and the command ("s:490c"),
+ * its body at level 4. They are at the error level on purpose, so that the traffic shows
+ * in the shortest logs: in normal operation every command prints such ERROR lines, and so
+ * do a few status changes ("trusteeship is changed") and written results ("SetResult").
+ * They are not faults. noltDevSDK_special_send_msg_to_platform() logs nothing.
+ *
  * @section special_example An application using the module
  *
  * A doorbell base station that counts people at its door, sends a verification code when
@@ -329,8 +383,11 @@ typedef enum {
      *  noltDevSDK_special_send_msg_to_platform(); a body that the latter cannot read; a NULL
      *  argument or a seg_count below 1 for noltDevSDK_special_report_flow_counting() */
     NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM = (int)0xD3999003,
-    /** noltDevSDK_special_send_msg() with a msg_type other than 0 to 3; from
-     *  get_runtime_info (any code whose low twelve bits are 4): the item is not supported */
+    /** noltDevSDK_special_send_msg() with a msg_type other than 0 to 3. From
+     *  get_runtime_info, this code (or any whose low twelve bits are 4, so also plain 4)
+     *  says the device does not have the item: nothing is reported for it and the
+     *  report-status service is told "not supported"; use another code for a value that
+     *  cannot be read for now */
     NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT = (int)0xD3999004,
     NOLTDEVSDK_SPECIAL_CODE_NOT_ENOUGH_MEMERY = (int)0xD3999005, /**< not returned by the module */
     /** noltDevSDK_special_init() when the kernel refuses to load the domain */
@@ -466,7 +523,9 @@ typedef struct {
 typedef struct {
     /** @brief Receives one platform instruction.
      *  Called on the kernel's message thread, on a custom-voice worker (type 3) and on the
-     *  shadow service's thread (type 6), possibly at the same time.
+     *  shadow service's thread (type 6), possibly at the same time. Each platform command
+     *  has been logged at level 1 ("R:" and its command in hexadecimal) before it arrives
+     *  here (see the file's "What the module logs").
      *  @param msg the instruction, the module's; copy what you keep.
      *  @return 0 on success, non-zero otherwise (what the platform is then answered
      *          depends on the command). */
@@ -475,11 +534,16 @@ typedef struct {
      *  Called on the report-status service's polling thread, on the kernel's message
      *  thread (type 14), on the shadow service's thread (type 9) and on the thread calling
      *  noltDevSDK_special_report_trusteeship() (type 6). The record arrives zero-filled,
-     *  except type 1, whose `type` names the switch asked for.
+     *  except type 1, whose `type` names the switch asked for; `channel` is always 0 (a
+     *  device with several channels answers for channel 0). The polling thread asks about
+     *  every status item once per period of the report-status service and reports a
+     *  value that differs from the last one taken (the file's "How the status items are
+     *  asked and reported").
      *  @param info the query, the module's.
-     *  @return 0 on success, non-zero when the value cannot be given (a code whose low
-     *          twelve bits are 4, such as NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT, means
-     *          the item is not supported). */
+     *  @return 0 on success; non-zero when the value cannot be given: nothing is reported
+     *          and the module keeps the last value, asking again at the next poll. A code
+     *          whose low twelve bits are 4, such as NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT,
+     *          says the item is not supported (the service is told so). */
     int (*get_runtime_info)(noltDevSDK_special_runtime_info *info);
 } noltDevSDK_special_callback;
 
@@ -496,12 +560,13 @@ typedef struct {
     void *msg_struct_ptr;                             /**< the record of msg_type; ignored for type 0 */
 } noltDevSDK_special_msg;
 
-/** @brief Verification code to send (128 bytes). */
+/** @brief Verification code to send (128 bytes). A NULL record sends an empty code. */
 typedef struct {
     char code[128]; /**< the code; read up to its terminator or the field's end */
 } noltDevSDK_special_send_verification_code;
 
-/** @brief Domain whose mapped ports are queried (128 bytes). */
+/** @brief Domain whose mapped ports are queried (128 bytes). A NULL record sends an empty
+ *  domain. */
 typedef struct {
     char domain[128]; /**< the domain name; read up to its terminator or the field's end */
 } noltDevSDK_special_query_voddns_mapped_port;
@@ -564,7 +629,7 @@ typedef struct {
 /** @brief One feature switch (12 bytes): recv_msg type 1, get_runtime_info type 1. */
 typedef struct {
     int type;    /**< NOLTDEVSDK_SPECIAL_SWITCH_ENABLE_TYPE_E; set by the module when it asks */
-    int channel; /**< video channel */
+    int channel; /**< video channel: the command's; 0 when the module asks, and not read back */
     int enable;  /**< 0 off, 1 on */
 } noltDevSDK_special_switch_enable;
 
@@ -690,7 +755,7 @@ typedef struct {
 /** @brief A key-value status (12 bytes): get_runtime_info type 2. */
 typedef struct {
     int key;     /**< NOLTDEVSDK_SPECIAL_KEY_VALUE_TYPE_E; 0 when the module asks */
-    int channel; /**< video channel; 0 when the module asks */
+    int channel; /**< video channel; 0 when the module asks, and not read back */
     int value;   /**< the key's value */
 } noltDevSDK_special_key_value;
 
@@ -732,7 +797,8 @@ typedef struct {
 } noltDevSDK_trusteeship_subserial;
 
 /** @brief Child devices held in trusteeship: get_runtime_info type 7. `len` of the query
- *  sets the capacity (the module offers 8 entries, 196 bytes). */
+ *  sets the capacity (the module offers 8 entries, 196 bytes). The report forced on coming
+ *  online, before the first poll, sends an empty "list"; the next poll sends these. */
 typedef struct {
     int num;                                      /**< valid entries, at most the capacity (8) */
     noltDevSDK_trusteeship_subserial subserial[]; /**< the first num are used */
@@ -776,7 +842,9 @@ typedef struct {
     noltDevSDK_Special_DelTrusteeship_Param_S astUnit[]; /**< usNum units */
 } noltDevSDK_Special_DelTrusteeship_S;
 
-/** @brief The device's own port mappings (672 bytes): get_runtime_info type 10. */
+/** @brief The device's own port mappings (672 bytes): get_runtime_info type 10. The report
+ *  forced on coming online, before the first poll, sends empty addresses and no mapping;
+ *  the next poll sends these. */
 typedef struct {
     char external_ip[16];                                        /**< public address, dotted text */
     char local_ip[16];                                           /**< local address, dotted text */
@@ -829,6 +897,14 @@ typedef struct {
  *
  * Call it once, from the application's control thread, after the kernel and the
  * report-status library are up; not from inside a callback.
+ *
+ * With `info` NULL it returns NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM but leaves the module
+ * marked initialised, with no callbacks stored and nothing registered: every later init
+ * returns NOLTDEVSDK_SPECIAL_CODE_FAIL until noltDevSDK_special_fini(), and the guarded
+ * functions pass their init check (noltDevSDK_special_send_msg() sends its request;
+ * noltDevSDK_special_report_trusteeship() returns -1 unless an earlier init stored a
+ * `get_runtime_info`).
+ * Call fini before initialising again.
  * @param info callbacks and shadow option; the application's, read during the call.
  * @return 0; NOLTDEVSDK_SPECIAL_CODE_FAIL when already initialised;
  *         NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM for NULL; NOLTDEVSDK_SPECIAL_CODE_INIT_FAIL
@@ -849,6 +925,11 @@ NOLTDEVSDK_SPECIAL_API int noltDevSDK_special_fini(void);
 /**
  * @brief Sends a device-initiated request; the platform's answer, if any, comes later
  *        through recv_msg. Safe from any thread, also inside a callback.
+ *
+ * A NULL `msg_struct_ptr` is not refused for a verification code or a mapped-port query:
+ * the request goes out with an empty "VerificationCode" or "Domain" element and the call
+ * returns 0. A NULL 4G page gives NOLTDEVSDK_SPECIAL_CODE_SEND_MSG_ERROR. Each request is
+ * logged at level 1 as "s:" and its command in hexadecimal.
  * @param msg the request, the application's, read during the call only.
  * @return 0; NOLTDEVSDK_SPECIAL_CODE_NOT_INITED, NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM for
  *         NULL, NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT or NOLTDEVSDK_SPECIAL_CODE_SEND_MSG_ERROR.

@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "crash_board.h"
 #include "names.h"
 #include "record_tables.h"
 
@@ -23,6 +24,7 @@ AppChecker *g_checker = nullptr; // the module's callbacks carry no user pointer
 
 thread_local const char *t_role = nullptr; // set on the scenario's own thread
 thread_local bool t_voice_worker = false;  // this thread has carried a custom voice
+thread_local int t_inside = 0;             // callbacks this thread is in (re-entry: more than one)
 
 const char kKernelThread[] = "kernel message thread";
 const char kVoiceWorker[] = "custom-voice worker";
@@ -132,7 +134,7 @@ int AppChecker::Recv(noltDevSDK_special_msg_to_dev *msg) {
         std::memcpy(msg->data, copy.Data(), len);
         const RecordDesc *desc = MsgRecord(msg->type);
         if (options_.check) {
-            CheckGuards(copy, desc ? desc->name : "data", len, &issues);
+            CheckGuards(copy, desc ? desc->name : "data", len, &issues, desc);
         }
     }
     observer_.Received(msg, result);
@@ -176,7 +178,7 @@ int AppChecker::CallRuntime(noltDevSDK_special_runtime_info *info, std::vector<I
         return result;
     }
     const char *name = desc ? desc->name : "data";
-    CheckGuards(copy, name, len, issues);
+    CheckGuards(copy, name, len, issues, desc);
     if (given.len != info->len) {
         issues->push_back(Issue{FaultClass::Len, std::string(name) + ".len",
                                 "len handed back as " + std::to_string(given.len) + ", the record is " +
@@ -212,7 +214,7 @@ void AppChecker::CheckBlock(noltDevSDK_special_runtime_info *info, std::vector<I
     size_t usable = info->data ? malloc_usable_size(info->data) : 0;
     CheckDeletionBlock(info->data, info->len, usable, issues);
     if (issues->size() == before) {
-        CheckFields(kDelTrusteeshipDesc, info->data, UsedLen(info->data, info->len), issues);
+        CheckFields(kDelTrusteeshipDesc, info->data, usable, issues);
         return;
     }
     if (info->data == nullptr) {
@@ -230,10 +232,14 @@ void AppChecker::CheckBlock(noltDevSDK_special_runtime_info *info, std::vector<I
     }
 }
 
+// A callback entered while one runs on another thread is concurrency; the same thread
+// coming back in (the application called a module function that calls back) is re-entry.
 void AppChecker::Enter(const char *callback, int type, const std::string &thread,
                        std::vector<Issue> *issues) {
+    const NameTable &names = std::string(callback) == "recv_msg" ? kMsgTypes : kRuntimeTypes;
     std::lock_guard<std::mutex> lock(mu_);
-    if (inside_ > 0 && options_.check) {
+    BoardEnter(callback, type, names.Name(type), where_, thread);
+    if (inside_ > t_inside && options_.check) {
         issues->push_back(Issue{FaultClass::Concurrent, std::string(callback) + "(entry)",
                                 "entered on the " + thread + " while a callback runs on the " +
                                     inside_thread_ + " (type " + std::to_string(type) + ")",
@@ -242,15 +248,21 @@ void AppChecker::Enter(const char *callback, int type, const std::string &thread
     if (inside_++ == 0) {
         inside_thread_ = thread;
     }
+    t_inside++;
 }
 
+// The custom-voice worker is where slow work belongs: it is held to a threshold only
+// when one is given for it.
 void AppChecker::Leave(long long elapsed_ms, const std::string &thread, std::vector<Issue> *issues) {
+    BoardLeave();
     std::lock_guard<std::mutex> lock(mu_);
     inside_--;
-    if (options_.check && elapsed_ms > options_.slow_ms) {
+    t_inside--;
+    int threshold = thread == kVoiceWorker ? options_.slow_worker_ms : options_.slow_ms;
+    if (options_.check && threshold >= 0 && elapsed_ms > threshold) {
         issues->push_back(Issue{FaultClass::Slow, "(callback)",
                                 "held the " + thread + " for " + std::to_string(elapsed_ms) +
-                                    " ms (threshold " + std::to_string(options_.slow_ms) + " ms)",
+                                    " ms (threshold " + std::to_string(threshold) + " ms)",
                                 Severity::Error});
     }
 }

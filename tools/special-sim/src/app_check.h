@@ -43,6 +43,8 @@ std::string DescribeFinding(const Finding &finding);
 struct CheckOptions {
     bool check = true; // run the contract checks (off: the shims only forward and show)
     int slow_ms = 500; // a callback holding its thread longer than this is a finding
+    // the same for a custom-voice worker, where slow work belongs; -1: not checked
+    int slow_worker_ms = -1;
 };
 
 // The shims' state; a fault found again in the same field of the same callback and

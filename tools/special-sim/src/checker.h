@@ -62,10 +62,16 @@ class GuardedCopy {
 };
 
 // The overrun issues of a guarded copy after the callback (record names the path).
-void CheckGuards(const GuardedCopy &copy, const std::string &record, size_t len, std::vector<Issue> *issues);
+// With the record's layout, the message names the field the first foreign byte lands in,
+// or how far past the end of the record, after which field.
+void CheckGuards(const GuardedCopy &copy, const std::string &record, size_t len, std::vector<Issue> *issues,
+                 const RecordDesc *desc = nullptr);
 
-// The type-9 block: present when the answer is 0, its len and its allocation (usable
-// size as the allocator reports it) large enough for its usNum.
+// The field at a byte offset of a record ("voice_info[2].name"), or "" past its fields.
+std::string FieldAt(const RecordDesc &desc, size_t offset);
+
+// The type-9 block: present when the answer is 0, its allocation (usable size as the
+// allocator reports it) large enough for its usNum; its len is not read.
 void CheckDeletionBlock(const void *block, int len, size_t usable, std::vector<Issue> *issues);
 
 } // namespace sim

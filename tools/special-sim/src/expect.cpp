@@ -3,10 +3,12 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <cstring>
 
 #include <cjson/cJSON.h>
 
 #include "scenario.h"
+#include "transcript.h"
 
 namespace sim {
 
@@ -41,7 +43,7 @@ bool MemberText(const cJSON *object, const std::string &path, std::string *text)
 
 bool Matches(const cJSON *object, const std::string &kind, const std::vector<std::string> &conds) {
     std::string text;
-    if (!MemberText(object, "kind", &text) || text != kind) {
+    if (!kind.empty() && (!MemberText(object, "kind", &text) || text != kind)) {
         return false;
     }
     for (const std::string &cond : conds) {
@@ -73,6 +75,84 @@ std::vector<cJSON *> ParseOutput(const std::vector<std::string> &json_lines,
     return parsed;
 }
 
+// What a body says about the outcome: its Result element or member, else the body cut short.
+std::string BodyGist(const std::string &body) {
+    for (const char *open : {"<Result>", "\"Result\":", "\"result\":", "\"resultCode\":"}) {
+        size_t at = body.find(open);
+        if (at != std::string::npos) {
+            size_t end = body.find_first_of("<,}", at + std::strlen(open));
+            return std::string(open) + body.substr(at + std::strlen(open), end - at - std::strlen(open)) +
+                   (open[0] == '<' ? "</Result>" : "");
+        }
+    }
+    std::string flat = body.size() > 120 ? body.substr(0, 120) + "..." : body;
+    std::replace(flat.begin(), flat.end(), '\n', ' ');
+    return flat.empty() ? "an empty body" : flat;
+}
+
+// How many of the conditions an object meets.
+int Met(const cJSON *object, const std::vector<std::string> &conds) {
+    int met = 0;
+    for (const std::string &cond : conds) {
+        met += Matches(object, "", {cond}) ? 1 : 0;
+    }
+    return met;
+}
+
+// The condition that says which message or callback a line is about (name, command,
+// type or key), or false when it has none.
+bool KeyCondition(const std::vector<std::string> &conds, std::string *key, std::string *want) {
+    for (const std::string &cond : conds) {
+        size_t op = cond.find('=');
+        std::string path = cond.substr(0, op);
+        if (op != std::string::npos &&
+            (path == "name" || path == "command" || path == "type" || path == "key")) {
+            *key = path;
+            *want = cond.substr(op + 1);
+            return true;
+        }
+    }
+    return false;
+}
+
+// Of the same kind (and key), the object meeting most conditions, or null.
+const cJSON *Nearest(const std::string &kind, const std::string &key, const std::string &want,
+                     const std::vector<std::string> &conds, const std::vector<cJSON *> &parsed) {
+    const cJSON *best = nullptr;
+    std::string text;
+    for (const cJSON *o : parsed) {
+        bool same = Matches(o, kind, {}) && (key.empty() || (MemberText(o, key, &text) && text == want));
+        if (same && (best == nullptr || Met(o, conds) > Met(best, conds))) {
+            best = o;
+        }
+    }
+    return best;
+}
+
+// The nearest event the device did send for an unmet expectation, shown with the values
+// it had where the line asked for others, or that there was none.
+std::string Instead(const std::string &kind, const std::vector<std::string> &conds,
+                    const std::vector<cJSON *> &parsed) {
+    std::string key, want, text;
+    KeyCondition(conds, &key, &want);
+    const cJSON *best = Nearest(kind, key, want, conds, parsed);
+    if (best == nullptr) {
+        bool message = kind == "to_platform" || kind == "shadow_to_platform";
+        return "instead: no " + (message ? std::string("message") : kind) +
+               (key.empty() ? "" : " with this " + key) + (message ? " was sent" : " happened");
+    }
+    std::string out = "instead: " + kind;
+    for (const std::string &cond : conds) {
+        std::string path = cond.substr(0, cond.find_first_of("=~"));
+        std::string value = MemberText(best, path, &text) ? text : "(absent)";
+        out += " " + path + "=" + (path == "body" ? BodyGist(value) : value);
+    }
+    if (kind != "to_platform" && MemberText(best, "result", &text) && text != "0") {
+        out += " (answered " + DescribeCode(std::atoi(text.c_str())) + ")";
+    }
+    return out;
+}
+
 bool WellFormed(const std::vector<std::string> &conds) {
     for (const std::string &cond : conds) {
         size_t op = cond.find_first_of("=~");
@@ -98,7 +178,7 @@ std::string CheckLine(const std::string &line, const std::vector<cJSON *> &parse
     }
     bool found = std::any_of(parsed.begin(), parsed.end(),
                              [&](const cJSON *o) { return Matches(o, words[0], conds); });
-    return found ? "" : "nothing matches: " + line;
+    return found ? "" : "nothing matches: " + line + "\n        " + Instead(words[0], conds, parsed);
 }
 
 } // namespace

@@ -23,13 +23,28 @@ std::string *TextOption(Options &a, const std::string &arg) {
     if (arg == "--junit") {
         return &a.junit_file;
     }
-    return arg == "--suite" ? &a.suite_dir : nullptr;
+    if (arg == "--from-log" || arg == "--out") {
+        return arg == "--out" ? &a.out_name : &a.from_log;
+    }
+    if (arg == "--row") {
+        return &a.qualify_options.only;
+    }
+    if (arg == "--require") {
+        return &a.qualify_options.require;
+    }
+    return arg == "--suite" ? &a.qualify_options.suite_dir : nullptr;
 }
 
 // Options that take a number.
 int *NumberOption(Options &a, const std::string &arg) {
     if (arg == "--log-level") {
         return &a.run.log_level;
+    }
+    if (arg == "--slow-worker-ms") {
+        return &a.run.check.slow_worker_ms;
+    }
+    if (arg == "--row-timeout") {
+        return &a.qualify_options.row_timeout_s;
     }
     return arg == "--slow-ms" ? &a.run.check.slow_ms : nullptr;
 }
@@ -43,14 +58,25 @@ bool SetRuntime(Options &a, const std::string &what) {
     return true;
 }
 
+// A number option's value: an integer, not negative.
+bool ParseCount(const char *text, long long *number) {
+    return ParseInteger(text, number) && *number >= 0;
+}
+
 // Options without a value.
 bool FlagOption(Options &a, const std::string &arg) {
     if (arg == "--json" || arg == "--qualify") {
         (arg == "--json" ? a.json : a.qualify) = true;
         return true;
     }
-    if (arg == "--no-check") {
-        a.run.check.check = false;
+    if (arg == "--no-check" || arg == "--require-all" || arg == "--version") {
+        (arg == "--no-check"  ? a.run.check.check
+         : arg == "--version" ? a.version
+                              : a.qualify_options.require_all) = arg != "--no-check";
+        return true;
+    }
+    if (arg == "--keep-timing") {
+        a.keep_timing = true;
         return true;
     }
     return false;
@@ -66,7 +92,7 @@ std::string ParseOption(Options &a, int argc, char **argv, int &i) {
     }
     if (TextOption(a, arg) != nullptr && has_value) {
         *TextOption(a, arg) = argv[++i];
-    } else if (NumberOption(a, arg) != nullptr && has_value && ParseInteger(argv[i + 1], &number)) {
+    } else if (NumberOption(a, arg) != nullptr && has_value && ParseCount(argv[i + 1], &number)) {
         *NumberOption(a, arg) = static_cast<int>(number);
         i++;
     } else if (arg == "--runtime" && has_value) {

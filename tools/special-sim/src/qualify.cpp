@@ -1,13 +1,17 @@
-// The qualification suite runner (see qualify.h).
+// The qualification runner (see qualify.h): one child process per row, the verdict sent
+// back over a pipe; the crash board (crash_board.h) tells what a child that died was doing.
 #include "qualify.h"
 
-#include <dirent.h>
+#include <poll.h>
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <fstream>
-#include <sstream>
+#include <chrono>
+#include <cstring>
 
+#include "crash_board.h"
 #include "expect.h"
 #include "scenario.h"
 
@@ -15,97 +19,343 @@ namespace sim {
 
 namespace {
 
-std::vector<std::string> SuiteFiles(const std::string &dir) {
-    std::vector<std::string> files;
-    DIR *d = opendir(dir.c_str());
-    // readdir64: a 32-bit readdir fails on file systems with 64-bit inode numbers
-    for (struct dirent64 *e = d ? readdir64(d) : nullptr; e != nullptr; e = readdir64(d)) {
-        std::string name = e->d_name;
-        if (name.size() > 4 && name.compare(name.size() - 4, 4, ".scn") == 0) {
-            files.push_back(name);
+const char kEnd[] = "end";
+
+// Whether an answer's text ("CODE to CALLBACK NAME (TYPE)") is for that callback and type.
+bool AnswerFor(const std::string &answer, const std::pair<std::string, int> &what) {
+    return answer.find(" to " + what.first + " ") != std::string::npos && answer.size() > 2 &&
+           answer.compare(answer.rfind('('), std::string::npos, "(" + std::to_string(what.second) + ")") == 0;
+}
+
+// The application's answers to what the row needs.
+std::vector<std::string> NeededAnswers(const RowSpec &spec, const RunReport &report) {
+    std::vector<std::string> out;
+    for (const std::string &a : report.answers) {
+        if (std::any_of(spec.needs.begin(), spec.needs.end(),
+                        [&a](const auto &n) { return AnswerFor(a, n); })) {
+            out.push_back(a);
         }
     }
-    if (d != nullptr) {
-        closedir(d);
-    }
-    std::sort(files.begin(), files.end());
-    return files;
+    return out;
 }
 
-bool Slurp(const std::string &path, std::string *text) {
-    std::ifstream in(path, std::ios::binary);
-    std::ostringstream buf;
-    buf << in.rdbuf();
-    *text = buf.str();
-    return static_cast<bool>(in);
+// A not-supported answer to something the row needs (its text in *which); *declined
+// when it was the answer to a command (recv_msg), which the row cannot pass with.
+bool Needed(const RowSpec &spec, const RunReport &report, std::string *which, bool *declined) {
+    bool found = false;
+    for (const auto &ns : report.not_supported) {
+        if (std::find(spec.needs.begin(), spec.needs.end(), ns) == spec.needs.end()) {
+            continue;
+        }
+        for (const std::string &a : report.answers) {
+            *which = AnswerFor(a, ns) && (which->empty() || ns.first == "recv_msg") ? a : *which;
+        }
+        *declined = *declined || ns.first == "recv_msg";
+        found = true;
+    }
+    return found;
 }
 
-std::string Capability(const std::string &text, const std::string &fallback) {
-    const std::string tag = "# capability:";
-    if (text.compare(0, tag.size(), tag) != 0) {
-        return fallback;
+std::string Escape(const std::string &text) {
+    std::string out;
+    for (char c : text) {
+        out += c == '\n'   ? std::string("\\n")
+               : c == '\t' ? std::string("\\t")
+               : c == '\\' ? "\\\\"
+                           : std::string(1, c);
     }
-    size_t end = text.find('\n');
-    size_t start = text.find_first_not_of(' ', tag.size());
-    return text.substr(start, end == std::string::npos ? std::string::npos : end - start);
+    return out;
 }
 
-// The row's verdict from what its run left: a finding fails it; a step not exercised
-// makes it "not exercised" (its unmet expectations are then no surprise), never passed.
-void Judge(const RunReport &report, const std::vector<std::string> &unmet, QualifyRow *row,
-           std::vector<Finding> *findings) {
-    for (const Finding &f : report.findings) {
-        findings->push_back(f);
-        (f.issue.severity != Severity::Info ? row->problems : row->notes).push_back(DescribeFinding(f));
+std::string Unescape(const std::string &text) {
+    std::string out;
+    for (size_t i = 0; i < text.size(); i++) {
+        if (text[i] == '\\' && i + 1 < text.size()) {
+            char c = text[++i];
+            out += c == 'n' ? '\n' : c == 't' ? '\t' : c;
+        } else {
+            out += text[i];
+        }
     }
-    if (!row->problems.empty()) {
-        row->status = "FAILED";
-        return;
-    }
-    row->problems = report.not_exercised;
-    row->problems.insert(row->problems.end(), unmet.begin(), unmet.end());
-    row->status = !report.not_exercised.empty() ? "not exercised" : (unmet.empty() ? "passed" : "FAILED");
+    return out;
 }
 
-QualifyRow RunRow(const std::string &dir, const std::string &name, const RunOptions &options,
-                  std::vector<Finding> *findings) {
+std::vector<std::string> Fields(const std::string &line) {
+    std::vector<std::string> fields;
+    size_t start = 0;
+    for (size_t tab = line.find('\t');; tab = line.find('\t', start)) {
+        fields.push_back(
+            Unescape(line.substr(start, tab == std::string::npos ? std::string::npos : tab - start)));
+        if (tab == std::string::npos) {
+            return fields;
+        }
+        start = tab + 1;
+    }
+}
+
+// Reads the child's pipe until it closes or the deadline passes; false on the deadline.
+bool ReadUntil(int fd, std::chrono::steady_clock::time_point deadline, std::string *text) {
+    char buf[4096];
+    for (;;) {
+        auto left = std::chrono::duration_cast<std::chrono::milliseconds>(deadline -
+                                                                          std::chrono::steady_clock::now());
+        if (left.count() <= 0) {
+            return false;
+        }
+        pollfd p{fd, POLLIN, 0};
+        int ready = poll(&p, 1, static_cast<int>(left.count()));
+        if (ready < 0 && errno == EINTR) {
+            continue;
+        }
+        if (ready <= 0) {
+            return ready == 0 ? false : true;
+        }
+        ssize_t n = read(fd, buf, sizeof buf);
+        if (n <= 0) {
+            return true;
+        }
+        text->append(buf, static_cast<size_t>(n));
+    }
+}
+
+void PrintRow(FILE *out, const QualifyRow &r) {
+    std::fprintf(out, "%-14s %s\n", r.status.c_str(), r.capability.c_str());
+    if (r.status != kOutcomes[1] && !r.reason.empty()) {
+        std::fprintf(out, "    %s\n", r.reason.c_str());
+    }
+    for (const std::string &p : r.problems) {
+        std::fprintf(out, "    %s\n", p.c_str());
+    }
+    for (const std::string &n : r.notes) {
+        std::fprintf(out, "    %s\n", n.c_str());
+    }
+    if (!r.rerun.empty()) {
+        std::fprintf(out, "    run it alone: %s\n", r.rerun.c_str());
+    }
+    std::fflush(out);
+}
+
+std::string Quote(const std::string &text) {
+    return text.find(' ') == std::string::npos ? text : "\"" + text + "\"";
+}
+
+QualifyRow RunRowIsolated(const RowSpec &spec, const RunOptions &options, int timeout_s, bool required,
+                          std::vector<Finding> *findings) {
+    int fds[2];
+    if (pipe(fds) != 0) {
+        return RunRowHere(spec, options, required, findings);
+    }
+    ResetCrashBoard();
+    std::fflush(nullptr);
+    pid_t pid = fork();
+    if (pid == 0) {
+        close(fds[0]);
+        InstallCrashReport(-1);
+        InstallExitReport(-1);
+        std::vector<Finding> mine;
+        QualifyRow row = RunRowHere(spec, options, required, &mine);
+        std::string text = SerializeRow(row, mine);
+        for (size_t done = 0; done < text.size();) {
+            ssize_t n = write(fds[1], text.data() + done, text.size() - done);
+            done += n > 0 ? static_cast<size_t>(n) : text.size();
+        }
+        _exit(0); // the module's threads and the application are not wound down: the row is over
+    }
+    close(fds[1]);
+    std::string text;
+    bool in_time =
+        pid > 0 &&
+        ReadUntil(fds[0], std::chrono::steady_clock::now() + std::chrono::seconds(timeout_s), &text);
+    close(fds[0]);
+    int status = 0;
+    if (pid > 0 && !in_time) {
+        QualifyRow hung = LostRow(spec, options.app, 0, true, timeout_s); // the board before the kill
+        kill(pid, SIGKILL);
+        waitpid(pid, &status, 0);
+        return hung;
+    }
+    if (pid > 0) {
+        waitpid(pid, &status, 0);
+    }
     QualifyRow row;
-    row.file = name;
-    std::string path = dir + "/" + name, text, expect_text;
-    Slurp(path, &text);
-    row.capability = Capability(text, name);
-    Scenario scenario = ParseScenario(text, name);
+    if (pid > 0 && ParseRow(text, &row, findings)) {
+        return row;
+    }
+    return LostRow(spec, options.app, status, false, timeout_s);
+}
+
+} // namespace
+
+// The outcome and its reason, findings aside.
+void Outcome(const RowSpec &spec, const RunReport &report, const std::vector<std::string> &unmet,
+             bool required, QualifyRow *row) {
+    std::string which;
+    bool declined = false;
+    // a status the module still reported, unchanged and unasked, although one of its
+    // questions was not supported, passes
+    bool not_supported = Needed(spec, report, &which, &declined) &&
+                         (declined || !unmet.empty() || !report.not_exercised.empty());
+    if (!row->problems.empty()) {
+        row->status = kOutcomes[1];
+    } else if (not_supported) {
+        row->status = required ? kOutcomes[1] : kOutcomes[2];
+        row->reason = "the application answered " + which;
+    } else if (!report.not_exercised.empty()) {
+        row->status = kOutcomes[3];
+        row->reason = report.not_exercised[0];
+    } else {
+        row->status = unmet.empty() ? kOutcomes[0] : kOutcomes[1];
+    }
+}
+
+QualifyRow JudgeRow(const RowSpec &spec, const RunReport &report, const std::vector<std::string> &unmet,
+                    bool required) {
+    QualifyRow row;
+    row.capability = spec.name;
+    row.kind = spec.kind;
+    row.file = spec.file;
+    for (const Finding &f : report.findings) {
+        (f.issue.severity != Severity::Info ? row.problems : row.notes).push_back(DescribeFinding(f));
+    }
+    Outcome(spec, report, unmet, required, &row);
+    if (row.status != kOutcomes[1]) {
+        return row;
+    }
+    row.problems.insert(row.problems.end(), report.not_exercised.begin(), report.not_exercised.end());
+    row.problems.insert(row.problems.end(), unmet.begin(), unmet.end());
+    for (const std::string &a : unmet.empty() ? std::vector<std::string>() : NeededAnswers(spec, report)) {
+        row.problems.push_back("the application answered " + a);
+    }
+    if (!row.reason.empty()) {
+        row.problems.push_back("the row is required (--require or --require-all)");
+        row.reason.clear();
+    }
+    return row;
+}
+
+QualifyRow RunRowHere(const RowSpec &spec, const RunOptions &options, bool required,
+                      std::vector<Finding> *findings) {
+    Scenario scenario = ParseScenario(spec.scenario, spec.file);
     if (!scenario.errors.empty()) {
-        row.status = "FAILED";
-        row.problems = scenario.errors;
+        QualifyRow row{spec.name, spec.kind, spec.file, "FAILED", scenario.errors, {}, "", ""};
         return row;
     }
     FILE *sink = std::fopen("/dev/null", "w");
     Transcript out(sink ? sink : stderr, true, true);
     RunReport report;
-    int rc = RunScenario(scenario, name, out, options, &report);
+    int rc = RunScenario(scenario, spec.file, out, options, &report);
     if (sink != nullptr) {
         std::fclose(sink);
     }
-    std::string base = name.substr(0, name.size() - 4);
-    std::vector<std::string> unmet;
-    if (Slurp(dir + "/" + base + ".expect", &expect_text)) {
-        unmet = CheckExpectations(out.Lines(), expect_text, base + ".expect");
-    }
+    std::vector<std::string> unmet = CheckExpectations(out.Lines(), spec.expect, spec.expect_file);
     if (rc != 0) {
-        row.problems.push_back("the application did not start");
+        unmet.insert(unmet.begin(), "the application did not start");
     }
-    Judge(report, unmet, &row, findings);
+    findings->insert(findings->end(), report.findings.begin(), report.findings.end());
+    QualifyRow row = JudgeRow(spec, report, unmet, required);
     return row;
 }
 
-} // namespace
+QualifyRow LostRow(const RowSpec &spec, const std::string &app, int wait_status, bool timed_out,
+                   int timeout_s) {
+    QualifyRow row{spec.name, spec.kind, spec.file, "FAILED", {}, {}, "", ""};
+    std::vector<InFlight> in = BoardInFlight();
+    if (timed_out) {
+        for (const InFlight &f : in) {
+            row.problems.push_back("hang: " + DescribeHang(f, timeout_s));
+        }
+        if (in.empty()) {
+            CrashReport board = BoardCrash();
+            row.problems.push_back("hang: the row did not end within " + std::to_string(timeout_s) +
+                                   " s (at " + (board.step.empty() ? std::string("start-up") : board.step) +
+                                   "; no callback was running)");
+        }
+        return row;
+    }
+    CrashReport crash = BoardCrash();
+    if (WIFSIGNALED(wait_status) && crash.signal != 0) {
+        crash.frames = AppFrames(crash.frames, app);
+        row.problems.push_back("crash: " + DescribeCrash(crash));
+    } else if (WIFSIGNALED(wait_status)) {
+        row.problems.push_back("crash: the row's process was ended by signal " +
+                               std::to_string(WTERMSIG(wait_status)));
+    } else {
+        std::string inside = in.empty() ? " outside the application's callbacks"
+                                        : " inside " + in[0].callback + " " + in[0].type_name + " (" +
+                                              std::to_string(in[0].type) + ") at " + in[0].where +
+                                              " on the " + in[0].thread;
+        row.problems.push_back("exit: the application ended the process (exit status " +
+                               std::to_string(WEXITSTATUS(wait_status)) + ")" + inside);
+    }
+    return row;
+}
 
-std::vector<QualifyRow> RunQualify(const std::string &suite_dir, const RunOptions &options,
+std::string SerializeRow(const QualifyRow &row, const std::vector<Finding> &findings) {
+    std::string text = "row\t" + Escape(row.capability) + "\t" + Escape(row.kind) + "\t" + Escape(row.file) +
+                       "\t" + Escape(row.status) + "\t" + Escape(row.reason) + "\n";
+    for (const std::string &p : row.problems) {
+        text += "problem\t" + Escape(p) + "\n";
+    }
+    for (const std::string &n : row.notes) {
+        text += "note\t" + Escape(n) + "\n";
+    }
+    for (const Finding &f : findings) {
+        text += "finding\t" + Escape(f.callback) + "\t" + std::to_string(f.type) + "\t" +
+                Escape(f.type_name) + "\t" + std::to_string(static_cast<int>(f.issue.fault)) + "\t" +
+                std::to_string(static_cast<int>(f.issue.severity)) + "\t" + Escape(f.issue.path) + "\t" +
+                Escape(f.issue.what) + "\t" + Escape(f.where) + "\t" + Escape(f.thread) + "\t" +
+                std::to_string(f.repeats) + "\n";
+    }
+    return text + kEnd + "\n";
+}
+
+bool ParseRow(const std::string &text, QualifyRow *row, std::vector<Finding> *findings) {
+    bool ended = false;
+    for (const std::string &line : SplitLines(text)) {
+        std::vector<std::string> f = Fields(line);
+        if (f[0] == "row" && f.size() == 6) {
+            *row = QualifyRow{f[1], f[2], f[3], f[4], {}, {}, f[5], ""};
+        } else if ((f[0] == "problem" || f[0] == "note") && f.size() == 2) {
+            (f[0] == "problem" ? row->problems : row->notes).push_back(f[1]);
+        } else if (f[0] == "finding" && f.size() == 11) {
+            Finding g{f[1],
+                      std::atoi(f[2].c_str()),
+                      f[3],
+                      Issue{static_cast<FaultClass>(std::atoi(f[4].c_str())), f[6], f[7],
+                            static_cast<Severity>(std::atoi(f[5].c_str()))},
+                      f[8],
+                      f[9],
+                      std::atoi(f[10].c_str())};
+            findings->push_back(g);
+        } else {
+            ended = ended || line == kEnd;
+        }
+    }
+    return ended;
+}
+
+std::vector<QualifyRow> RunQualify(const QualifyOptions &qualify, const RunOptions &options, FILE *out,
                                    std::vector<Finding> *findings) {
+    std::vector<std::string> problems;
+    std::vector<RowSpec> specs = SuiteRows(qualify.suite_dir, &problems);
     std::vector<QualifyRow> rows;
-    for (const std::string &name : SuiteFiles(suite_dir)) {
-        rows.push_back(RunRow(suite_dir, name, options, findings));
+    for (const std::string &p : problems) {
+        std::fprintf(out, "suite: %s\n", p.c_str());
+    }
+    ShareCrashBoard();
+    std::fprintf(out, "\n== qualification\n");
+    for (const RowSpec &spec : specs) {
+        if (!qualify.only.empty() && !RowSelected(spec, qualify.only)) {
+            continue;
+        }
+        bool required =
+            qualify.require_all || (!qualify.require.empty() && RowSelected(spec, qualify.require));
+        QualifyRow row = RunRowIsolated(spec, options, qualify.row_timeout_s, required, findings);
+        if (row.status == "FAILED") {
+            row.rerun = "special-sim --qualify --app " + Quote(options.app) + " --row " + Quote(spec.name);
+        }
+        PrintRow(out, row);
+        rows.push_back(row);
     }
     return rows;
 }

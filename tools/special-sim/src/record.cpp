@@ -7,17 +7,6 @@ namespace sim {
 
 namespace {
 
-std::string Quote(const std::string &text) {
-    std::string out = "\"";
-    for (char c : text) {
-        if (c == '"' || c == '\\') {
-            out += '\\';
-        }
-        out += c;
-    }
-    return out + "\"";
-}
-
 std::string LeafText(const cJSON *node) {
     if (cJSON_IsString(node)) {
         return node->valuestring;
@@ -31,7 +20,7 @@ std::string LeafText(const cJSON *node) {
 // Every leaf under node as a "path=value" condition.
 void Flatten(const cJSON *node, const std::string &path, std::string *conds) {
     if (!cJSON_IsObject(node) && !cJSON_IsArray(node)) {
-        *conds += " " + Quote(path + "=" + LeafText(node));
+        *conds += " " + QuoteWord(path + "=" + LeafText(node));
         return;
     }
     int index = 0;
@@ -66,6 +55,17 @@ std::string ExpectationFor(const cJSON *o) {
 }
 
 } // namespace
+
+std::string QuoteWord(const std::string &text) {
+    std::string out = "\"";
+    for (char c : text) {
+        if (c == '"' || c == '\\') {
+            out += '\\';
+        }
+        out += c;
+    }
+    return out + "\"";
+}
 
 std::string RecordExpectations(const std::vector<std::string> &json_lines) {
     std::string out = "# Recorded by special-sim --record: every answer and message of the run.\n";

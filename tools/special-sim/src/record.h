@@ -11,6 +11,9 @@ namespace sim {
 // device sent, from a run's JSON Lines.
 std::string RecordExpectations(const std::vector<std::string> &json_lines);
 
+// A word of an expectation or scenario line in "double quotes" (\" and \\ escaped).
+std::string QuoteWord(const std::string &text);
+
 // The expectation file written beside a recorded scenario ("a.scn" -> "a.expect").
 std::string ExpectPathFor(const std::string &scenario_path);
 

@@ -1,14 +1,22 @@
 // Summary tables and JUnit XML (see report.h); the XML is written by pugixml.
 #include "report.h"
 
+#include <algorithm>
+#include <iterator>
 #include <map>
 #include <sstream>
 
 #include <pugixml.hpp>
 
+#include "noltDevSDK_special_build.h"
+
 namespace sim {
 
+const char *const kOutcomes[4] = {"passed", "FAILED", "not applicable", "not exercised"};
+
 namespace {
+
+const char kSimVersion[] = SIM_VERSION; // the project version the simulator was built as
 
 std::string JoinLines(const std::vector<std::string> &lines) {
     std::string out;
@@ -43,19 +51,15 @@ void PrintFindingSummary(FILE *out, const std::vector<Finding> &findings) {
     std::fprintf(out, "%-12s %7d %7d %7d\n", "total", total[2], total[1], total[0]);
 }
 
-void PrintQualifyTable(FILE *out, const std::vector<QualifyRow> &rows) {
-    std::fprintf(out, "\n== qualification\n");
-    for (const QualifyRow &r : rows) {
-        std::fprintf(out, "%-14s %s  (%s)\n", r.status.c_str(), r.capability.c_str(), r.file.c_str());
-        for (const std::string &p : r.problems) {
-            std::fprintf(out, "    %s\n", p.c_str());
-        }
-        for (const std::string &n : r.notes) {
-            std::fprintf(out, "    %s\n", n.c_str());
-        }
-    }
-    std::fprintf(out, "%d passed, %d failed, %d not exercised\n", CountStatus(rows, "passed"),
-                 CountStatus(rows, "FAILED"), CountStatus(rows, "not exercised"));
+void PrintQualifySummary(FILE *out, const std::vector<QualifyRow> &rows) {
+    std::fprintf(out, "%d passed, %d failed, %d not applicable, %d not exercised\n",
+                 CountStatus(rows, kOutcomes[0]), CountStatus(rows, kOutcomes[1]),
+                 CountStatus(rows, kOutcomes[2]), CountStatus(rows, kOutcomes[3]));
+}
+
+std::string VersionText() {
+    return std::string("special-sim ") + kSimVersion + ", module libnoltDevSDK_special " +
+           NOLTDEVSDK_SPECIAL_VERSION_STRING;
 }
 
 std::string JUnitXml(const std::vector<QualifyRow> &rows, const std::string &app) {
@@ -63,26 +67,46 @@ std::string JUnitXml(const std::vector<QualifyRow> &rows, const std::string &app
     pugi::xml_node decl = doc.append_child(pugi::node_declaration);
     decl.append_attribute("version") = "1.0";
     decl.append_attribute("encoding") = "UTF-8";
-    pugi::xml_node suite = doc.append_child("testsuites").append_child("testsuite");
-    suite.append_attribute("name") = ("special-sim qualify " + app).c_str();
-    suite.append_attribute("tests") = static_cast<unsigned>(rows.size());
-    suite.append_attribute("failures") = CountStatus(rows, "FAILED");
-    suite.append_attribute("skipped") = CountStatus(rows, "not exercised");
+    pugi::xml_node suites = doc.append_child("testsuites");
+    std::vector<std::string> kinds;
     for (const QualifyRow &r : rows) {
-        pugi::xml_node test = suite.append_child("testcase");
-        test.append_attribute("classname") = ("qualify." + r.file).c_str();
-        test.append_attribute("name") = r.capability.c_str();
-        if (r.status == "FAILED") {
-            pugi::xml_node failure = test.append_child("failure");
-            failure.append_attribute("message") = (std::to_string(r.problems.size()) + " problem(s)").c_str();
-            failure.text() = JoinLines(r.problems).c_str();
-        } else if (r.status != "passed") {
-            pugi::xml_node skipped = test.append_child("skipped");
-            skipped.append_attribute("message") = "not exercised";
-            skipped.text() = JoinLines(r.problems).c_str();
+        if (std::find(kinds.begin(), kinds.end(), r.kind) == kinds.end()) {
+            kinds.push_back(r.kind);
         }
-        if (!r.notes.empty()) {
-            test.append_child("system-out").text() = JoinLines(r.notes).c_str();
+    }
+    for (const std::string &kind : kinds) {
+        std::vector<QualifyRow> mine;
+        std::copy_if(rows.begin(), rows.end(), std::back_inserter(mine),
+                     [&kind](const QualifyRow &r) { return r.kind == kind; });
+        pugi::xml_node suite = suites.append_child("testsuite");
+        suite.append_attribute("name") = ("special-sim qualify " + app + " " + kind).c_str();
+        suite.append_attribute("tests") = static_cast<unsigned>(mine.size());
+        suite.append_attribute("failures") = CountStatus(mine, kOutcomes[1]);
+        suite.append_attribute("skipped") = CountStatus(mine, kOutcomes[2]) + CountStatus(mine, kOutcomes[3]);
+        pugi::xml_node props = suite.append_child("properties");
+        for (const auto &p : {std::make_pair("special-sim.version", kSimVersion),
+                              std::make_pair("module.version", NOLTDEVSDK_SPECIAL_VERSION_STRING)}) {
+            pugi::xml_node prop = props.append_child("property");
+            prop.append_attribute("name") = p.first;
+            prop.append_attribute("value") = p.second;
+        }
+        for (const QualifyRow &r : mine) {
+            pugi::xml_node test = suite.append_child("testcase");
+            test.append_attribute("classname") = ("qualify." + kind).c_str();
+            test.append_attribute("name") = r.capability.c_str();
+            if (r.status == kOutcomes[1]) {
+                pugi::xml_node failure = test.append_child("failure");
+                failure.append_attribute("message") =
+                    (std::to_string(r.problems.size()) + " problem(s)").c_str();
+                failure.text() = JoinLines(r.problems).c_str();
+            } else if (r.status != kOutcomes[0]) {
+                pugi::xml_node skipped = test.append_child("skipped");
+                skipped.append_attribute("message") = (r.status + ": " + r.reason).c_str();
+                skipped.text() = JoinLines({r.reason}).c_str();
+            }
+            if (!r.notes.empty()) {
+                test.append_child("system-out").text() = JoinLines(r.notes).c_str();
+            }
         }
     }
     std::ostringstream out;

@@ -4,10 +4,13 @@
 
 #include <dlfcn.h>
 
+#include <algorithm>
 #include <chrono>
+#include <cstdlib>
 #include <cstring>
 
 #include "consts.h"
+#include "crash_board.h"
 #include "names.h"
 #include "noltDevSDK_special_protocol.h"
 #include "noltdev_host.h"
@@ -42,7 +45,29 @@ int Runner::GetRuntimeInfo(noltDevSDK_special_runtime_info *info) {
     return result;
 }
 
+bool IsNotSupported(int code) {
+    return code != 0 && (static_cast<unsigned int>(code) & 0xFFFu) == 4u;
+}
+
+void Runner::KeepAnswer(const char *callback, int type, int result) {
+    if (result == 0) {
+        return;
+    }
+    const NameTable &names = std::string(callback) == "recv_msg" ? kMsgTypes : kRuntimeTypes;
+    std::string text = DescribeCode(result) + " to " + callback + " " + names.Describe(type);
+    std::lock_guard<std::mutex> lock(mu_);
+    if (std::find(answers_.begin(), answers_.end(), text) == answers_.end()) {
+        answers_.push_back(text);
+    }
+    std::pair<std::string, int> what(callback, type);
+    if (IsNotSupported(result) &&
+        std::find(not_supported_.begin(), not_supported_.end(), what) == not_supported_.end()) {
+        not_supported_.push_back(what);
+    }
+}
+
 void Runner::Received(const noltDevSDK_special_msg_to_dev *msg, int result) {
+    KeepAnswer("recv_msg", msg->type, result);
     const RecordDesc *desc = MsgRecord(msg->type);
     cJSON *record = desc && msg->data && msg->len > 0
                         ? RecordToJson(*desc, msg->data, static_cast<size_t>(msg->len))
@@ -51,6 +76,7 @@ void Runner::Received(const noltDevSDK_special_msg_to_dev *msg, int result) {
 }
 
 void Runner::Answered(const noltDevSDK_special_runtime_info *info, int selector, int result) {
+    KeepAnswer("get_runtime_info", info->type, result);
     const RecordDesc *desc = RuntimeRecord(info->type);
     cJSON *record = result == 0 && desc && info->data && info->len > 0
                         ? RecordToJson(*desc, info->data, static_cast<size_t>(info->len))
@@ -96,11 +122,6 @@ int Runner::Sink(const noltdev_host_message *msg, void *user) {
     Runner *self = static_cast<Runner *>(user);
     self->out_.Message(false, msg->command_id, msg->seq, msg->response,
                        std::string(msg->body, msg->body_len));
-    if (msg->command_id == kCenPlt2PuSetCustomVoiceRsp) {
-        std::lock_guard<std::mutex> lock(self->mu_);
-        self->pending_voice_ = self->pending_voice_ > 0 ? self->pending_voice_ - 1 : 0;
-        self->cv_.notify_all();
-    }
     return 0;
 }
 
@@ -117,7 +138,12 @@ int Runner::Start() {
     noltdev_host_shadow_reset();
     noltdev_host_set_sink(&Runner::Sink, this);
     noltdev_host_set_log_hook(&Runner::LogHook, this);
-    noltdev_host_set_log_level(0); // the hook brings the chosen lines into the transcript
+    // The hook brings the chosen lines into the transcript; NOLTDEV_LOG_LEVEL set in the
+    // environment keeps the module's own log on standard error too, as a device writes it.
+    const char *env_level = std::getenv("NOLTDEV_LOG_LEVEL");
+    if (env_level == nullptr || *env_level == '\0') {
+        noltdev_host_set_log_level(0);
+    }
     int rc = options_.app.empty() ? StartDemo() : StartApp();
     if (rc != 0) {
         return 1;
@@ -159,8 +185,7 @@ int Runner::StartApp() {
     int rc = start();
     Result("init", "noltdev_app_start", rc);
     if (rc == 0 && !checker_->Wrapped()) {
-        Result("error",
-               "the application's callbacks were not wrapped (noltDevSDK_special_init not interposed)", -1);
+        Result("error", "noltdev_app_start returned 0 but never called noltDevSDK_special_init", -1);
         return 1;
     }
     return rc != 0 ? 1 : 0;
@@ -177,6 +202,7 @@ void Runner::StopApp() {
 
 void Runner::Run(const std::string &file, const Step &step) {
     where_ = file + ":" + std::to_string(step.line);
+    BoardStep(where_);
     if (checker_) {
         checker_->SetWhere(where_);
     }
@@ -196,10 +222,19 @@ RunReport Runner::Report() {
         report.findings = checker_->Findings();
     }
     report.not_exercised = not_exercised_;
+    std::lock_guard<std::mutex> lock(mu_);
+    report.answers = answers_;
+    report.not_supported = not_supported_;
     return report;
 }
 
+// Each reason once: a request the application does not know is named once, with its text.
 void Runner::NotExercised(const std::string &why) {
+    for (const std::string &seen : not_exercised_) {
+        if (seen.size() >= why.size() && seen.compare(seen.size() - why.size(), why.size(), why) == 0) {
+            return;
+        }
+    }
     not_exercised_.push_back(where_ + ": " + why);
     cJSON *members = cJSON_CreateObject();
     cJSON_AddStringToObject(members, "reason", why.c_str());
@@ -215,7 +250,8 @@ void Runner::AppRequest(const std::string &request) {
     int rc = app_control_(request.c_str());
     Result("app", "noltdev_app_control(\"" + request + "\")", rc);
     if (rc != 0) {
-        NotExercised("the application refused '" + request + "'");
+        NotExercised("the application's noltdev_app_control refused or does not know \"" + request +
+                     "\" (returned " + DescribeCode(rc) + ")");
     }
 }
 
@@ -240,15 +276,14 @@ void Runner::Result(const char *kind, const std::string &what, int result) {
     out_.Outcome(kind, what + " -> " + DescribeCode(result), members);
 }
 
-// Custom-voice answers come from a worker thread some time after the request.
+// Custom-voice answers come from a worker thread some time after the request: the host
+// SDK counts them as they are sent.
 void Runner::WaitAnswers() {
-    noltdev_host_drain();
-    std::unique_lock<std::mutex> lock(mu_);
-    if (!cv_.wait_for(lock, std::chrono::milliseconds(options_.answer_timeout_ms),
-                      [this] { return pending_voice_ == 0; })) {
-        int missing = pending_voice_;
-        pending_voice_ = 0;
-        lock.unlock();
+    int sent =
+        noltdev_host_wait_sent(kCenPlt2PuSetCustomVoiceRsp, voice_requests_, options_.answer_timeout_ms);
+    if (sent < voice_requests_) {
+        int missing = voice_requests_ - sent;
+        voice_requests_ = sent;
         out_.Outcome("note", std::to_string(missing) + " custom-voice answer(s) did not come", nullptr);
     }
 }
@@ -257,8 +292,7 @@ void Runner::Inject(int command, unsigned int seq, const std::string &body, bool
     out_.Message(true, static_cast<uint32_t>(command), seq, 0, body);
     // no answer comes from a sleeping device, nor through a link that is down
     if (command == kCenPlt2PuSetCustomVoiceReq && !sleeping_ && noltdev_host_link_up() != 0) {
-        std::lock_guard<std::mutex> lock(mu_);
-        pending_voice_++;
+        voice_requests_++;
     }
     int rc = noltdev_host_post(kDomain, command, seq, body.c_str(), static_cast<uint32_t>(body.size()));
     if (rc != 0) {

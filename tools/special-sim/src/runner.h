@@ -4,6 +4,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app_check.h"
@@ -28,7 +29,15 @@ struct RunReport {
     // Steps that could not do what they ask: a demo-device step with an application, or
     // an application that has no control hook or refused the request.
     std::vector<std::string> not_exercised;
+    // The application's non-zero answers, "NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT (0x...) to
+    // get_runtime_info NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN (14)", each once.
+    std::vector<std::string> answers;
+    // (callback, type) the application answered with the not-supported code.
+    std::vector<std::pair<std::string, int>> not_supported;
 };
+
+// The module's own rule: a code whose low twelve bits are 4 says "not supported".
+bool IsNotSupported(int code);
 
 // Returns 0, or 1 when the module (or the application) could not be started.
 int RunScenario(const Scenario &scenario, const std::string &file, Transcript &out, const RunOptions &options,

@@ -3,7 +3,6 @@
 // scenario thread only; the callbacks arrive on the module's threads.
 #pragma once
 
-#include <condition_variable>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -70,8 +69,7 @@ class Runner : public CallbackObserver {
     RunOptions options_;
     bool sleeping_ = false;
     std::mutex mu_;
-    std::condition_variable cv_;
-    int pending_voice_ = 0; // custom-voice requests still waiting for their worker's answer
+    int voice_requests_ = 0; // custom-voice requests whose worker's answer is awaited (scenario thread)
     std::map<std::pair<int, int>, std::string> last_runtime_;
     int hidden_runtime_ = 0;
     std::unique_ptr<AppChecker> checker_; // with an application only
@@ -79,6 +77,10 @@ class Runner : public CallbackObserver {
     AppControlFn app_control_ = nullptr;
     std::string where_;
     std::vector<std::string> not_exercised_;
+    // Keeps a non-zero answer of the application (under mu_).
+    void KeepAnswer(const char *callback, int type, int result);
+    std::vector<std::string> answers_;
+    std::vector<std::pair<std::string, int>> not_supported_;
 };
 
 } // namespace sim

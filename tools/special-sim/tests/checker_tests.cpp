@@ -18,6 +18,7 @@
 #include "checker.h"
 #include "device_state.h"
 #include "expect.h"
+#include "noltDevSDK_special_build.h"
 #include "qualify.h"
 #include "record.h"
 #include "record_tables.h"
@@ -131,6 +132,33 @@ TEST(GuardedCopy, FindsWritesOnEitherSideOnly) {
     }
 }
 
+// An overrun names the field the first foreign byte lands in (the module handed over
+// part of the record), or how far past the record it went and after which field.
+TEST(GuardedCopy, OverrunNamesTheField) {
+    const struct {
+        const RecordDesc *desc;
+        size_t len;       // what the module handed over
+        const char *says; // in the finding's text
+    } cases[] = {
+        {&kSpeakerConfigDesc, sizeof(noltDevSDK_special_speaker_config),
+         "8 byte(s) past the end of the 16-byte record, after intel_index"},
+        {&kTrusteeshipConnectDesc, sizeof(int) + sizeof(noltDevSDK_trusteeship_subserial),
+         "the first foreign byte lands in subserial[1].subserial"},
+        {&kCustomVoiceInfosDesc, offsetof(noltDevSDK_special_custom_voice_infos, voice_info),
+         "lands in voice_info[0].index"},
+    };
+    for (const auto &c : cases) {
+        std::vector<unsigned char> record(c.len, 0);
+        GuardedCopy copy(record.data(), record.size());
+        static_cast<unsigned char *>(copy.Data())[c.len + 7] = 1;
+        std::vector<Issue> issues;
+        CheckGuards(copy, c.desc->name, c.len, &issues, c.desc);
+        ASSERT_EQ(issues.size(), 1u) << c.says;
+        EXPECT_NE(issues[0].what.find(c.says), std::string::npos) << issues[0].what;
+    }
+    EXPECT_EQ(FieldAt(kSpeakerConfigDesc, sizeof(noltDevSDK_special_speaker_config)), "");
+}
+
 TEST(DeletionBlock, PresentAndLargeEnoughForItsUnits) {
     const size_t unit = sizeof(noltDevSDK_Special_DelTrusteeship_Param_S);
     const size_t head = offsetof(noltDevSDK_Special_DelTrusteeship_S, astUnit);
@@ -145,7 +173,7 @@ TEST(DeletionBlock, PresentAndLargeEnoughForItsUnits) {
         {&block, static_cast<int>(head + 2 * unit), head + 2 * unit, nullptr},
         {nullptr, 0, 0, "block"},
         {&block, static_cast<int>(head + 2 * unit), head + unit + 16, "block"}, // allocated for one unit
-        {&block, static_cast<int>(head + unit), head + 2 * unit, "len"},
+        {&block, 0, head + 2 * unit, nullptr}, // len left at 0: the module does not read it
     };
     for (const Case &c : cases) {
         std::vector<Issue> issues;
@@ -239,7 +267,7 @@ TEST(AppChecker, ReceivedRecordsAreGuardedAndCopiedBack) {
             EXPECT_EQ(DescribeFinding(findings[0]),
                       "error overrun recv_msg NOLTDEVSDK_SPECIAL_ON_RING_SOUND (17) ring_type[+12]: written "
                       "up to 1 "
-                      "byte(s) past the end of the 12-byte record (, kernel message thread)");
+                      "byte(s) past the end of the 12-byte record, after vol (, kernel message thread)");
         }
     }
 }
@@ -287,9 +315,11 @@ TEST(AppChecker, CallbacksInAtOnceAreInformationNamingTheirThreads) {
     EXPECT_EQ(checker.Count(Severity::Error), 0);
 }
 
-// A suite run with the demo device: a clean row passes, an unmet expectation fails its
-// row, and a row asking the application for something it cannot do is not exercised
-// even though its expectations hold.
+// A suite run with the demo device, each row in a process of its own: a clean row
+// passes, an unmet expectation fails its row (saying what came instead), and a row
+// asking the application for something it cannot do is not exercised even though its
+// expectations hold. Rows come from "# row:" sections, with the lines before the first
+// one as every row's prologue.
 TEST(Qualify, EachRowGetsItsVerdict) {
     char dir[] = "/tmp/special-sim-suite-XXXXXX";
     ASSERT_NE(mkdtemp(dir), nullptr);
@@ -298,28 +328,33 @@ TEST(Qualify, EachRowGetsItsVerdict) {
     } files[] = {
         {"01-clean.scn", "# capability: online\nevent online\npoll\n"},
         {"01-clean.expect", "event result=0\n"},
-        {"02-unmet.scn", "event online\n"},
-        {"02-unmet.expect", "event result=1\n"},
-        {"03-hook.scn", "# capability: needs the hook\napp change 13\nevent online\n"},
-        {"03-hook.expect", "event result=0\n"},
+        {"02-rows.scn", "event online\n# row: request unmet\npoll\n# row: custom hook\napp change 13\n"},
+        {"02-rows.expect", "# row: request unmet\nevent result=1\n# row: custom hook\nevent result=0\n"},
         {"notes.txt", "not a scenario\n"},
     };
     for (const auto &f : files) {
         std::ofstream(std::string(dir) + "/" + f.name) << f.text;
     }
     std::vector<Finding> findings;
-    std::vector<QualifyRow> rows = RunQualify(dir, RunOptions(), &findings);
+    QualifyOptions q;
+    q.suite_dir = dir;
+    FILE *out = std::fopen("/dev/null", "w");
+    std::vector<QualifyRow> rows = RunQualify(q, RunOptions(), out, &findings);
+    std::fclose(out);
     ASSERT_EQ(rows.size(), 3u);
     EXPECT_EQ(rows[0].capability, "online");
     EXPECT_EQ(rows[0].status, "passed");
-    EXPECT_EQ(rows[1].capability, "02-unmet.scn");
+    EXPECT_EQ(rows[1].capability, "request unmet");
+    EXPECT_EQ(rows[1].kind, "request");
     EXPECT_EQ(rows[1].status, "FAILED");
     ASSERT_EQ(rows[1].problems.size(), 1u);
-    EXPECT_NE(rows[1].problems[0].find("02-unmet.expect:1: nothing matches"), std::string::npos);
+    EXPECT_NE(rows[1].problems[0].find("02-rows.expect:2: nothing matches"), std::string::npos);
+    EXPECT_NE(rows[1].problems[0].find("instead: event"), std::string::npos) << rows[1].problems[0];
+    EXPECT_NE(rows[1].rerun.find("--row \"request unmet\""), std::string::npos);
     EXPECT_EQ(rows[2].status, "not exercised");
-    ASSERT_EQ(rows[2].problems.size(), 1u);
-    EXPECT_NE(rows[2].problems[0].find("03-hook.scn:2: the application has no noltdev_app_control"),
-              std::string::npos);
+    EXPECT_NE(rows[2].reason.find("02-rows.scn:5: the application has no noltdev_app_control"),
+              std::string::npos)
+        << rows[2].reason;
     EXPECT_TRUE(findings.empty());
     for (const auto &f : files) {
         std::remove((std::string(dir) + "/" + f.name).c_str());
@@ -343,14 +378,18 @@ TEST(Record, ExpectationsHoldForTheSameRunAndFailForAChangedAnswer) {
 }
 
 TEST(Report, JUnitHasOneCasePerRowWithFailuresAndSkips) {
-    std::vector<QualifyRow> rows = {{"a & b", "01.scn", "passed", {}, {"info <x>"}},
-                                    {"c", "02.scn", "FAILED", {"error text <y>"}, {}},
-                                    {"d", "03.scn", "not exercised", {"no hook"}, {}}};
+    std::vector<QualifyRow> rows = {{"a & b", "k", "01.scn", "passed", {}, {"info <x>"}, "", ""},
+                                    {"c", "k", "02.scn", "FAILED", {"error text <y>"}, {}, "", ""},
+                                    {"d", "k", "03.scn", "not exercised", {}, {}, "no hook", ""},
+                                    {"e", "k", "03.scn", "not applicable", {}, {}, "NOT_SUPPORT", ""}};
     std::string xml = JUnitXml(rows, "lib.so");
-    EXPECT_NE(xml.find("tests=\"3\" failures=\"1\" skipped=\"1\""), std::string::npos) << xml;
+    EXPECT_NE(xml.find("tests=\"4\" failures=\"1\" skipped=\"2\""), std::string::npos) << xml;
     EXPECT_NE(xml.find("name=\"a &amp; b\""), std::string::npos);
     EXPECT_NE(xml.find("<failure message=\"1 problem(s)\">error text &lt;y&gt;"), std::string::npos);
-    EXPECT_NE(xml.find("<skipped message=\"not exercised\">no hook"), std::string::npos);
+    EXPECT_NE(xml.find("<skipped message=\"not exercised: no hook\">no hook"), std::string::npos);
+    EXPECT_NE(xml.find("<skipped message=\"not applicable: NOT_SUPPORT\">"), std::string::npos);
+    EXPECT_NE(xml.find("<property name=\"module.version\" value=\"" NOLTDEVSDK_SPECIAL_VERSION_STRING "\""),
+              std::string::npos);
     EXPECT_NE(xml.find("<system-out>info &lt;x&gt;"), std::string::npos);
 }
 
@@ -362,9 +401,11 @@ TEST(Report, JUnitParsesBackRowByRow) {
         const char *verdict; // the element under the case, "" for none
         const char *text;    // that element's text
     } rows[] = {
-        {{"quotes \" and 'apostrophes'", "01.scn", "passed", {}, {}}, "", ""},
-        {{"c", "02 & <x>.scn", "FAILED", {"a ]]> b", "second"}, {}}, "failure", "a ]]> b\nsecond\n"},
-        {{"d", "03.scn", "not exercised", {"no hook"}, {"info"}}, "skipped", "no hook\n"},
+        {{"quotes \" and 'apostrophes'", "a & <b>", "01.scn", "passed", {}, {}, "", ""}, "", ""},
+        {{"c", "a & <b>", "02.scn", "FAILED", {"a ]]> b", "second"}, {}, "", ""},
+         "failure",
+         "a ]]> b\nsecond\n"},
+        {{"d", "a & <b>", "03.scn", "not exercised", {}, {"info"}, "no hook", ""}, "skipped", "no hook\n"},
     };
     std::vector<QualifyRow> qualify;
     for (const Row &r : rows) {
@@ -373,13 +414,13 @@ TEST(Report, JUnitParsesBackRowByRow) {
     pugi::xml_document doc;
     ASSERT_TRUE(doc.load_string(JUnitXml(qualify, "lib<&>.so").c_str()));
     pugi::xml_node suite = doc.child("testsuites").child("testsuite");
-    EXPECT_STREQ("special-sim qualify lib<&>.so", suite.attribute("name").value());
+    EXPECT_STREQ("special-sim qualify lib<&>.so a & <b>", suite.attribute("name").value());
     size_t i = 0;
     for (pugi::xml_node test : suite.children("testcase")) {
         ASSERT_LT(i, sizeof rows / sizeof rows[0]);
         const Row &r = rows[i++];
         EXPECT_EQ(r.row.capability, test.attribute("name").value());
-        EXPECT_EQ("qualify." + r.row.file, test.attribute("classname").value());
+        EXPECT_EQ("qualify." + r.row.kind, test.attribute("classname").value());
         pugi::xml_node verdict = test.first_child();
         EXPECT_STREQ(r.verdict, verdict.name()) << r.row.capability;
         EXPECT_STREQ(r.text, verdict.child_value()) << r.row.capability;

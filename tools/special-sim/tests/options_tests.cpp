@@ -38,7 +38,7 @@ TEST(Options, EachOptionSetsItsField) {
     EXPECT_EQ(o.run.check.slow_ms, 32);
     EXPECT_EQ(o.record_file, "r.scn");
     EXPECT_EQ(o.junit_file, "j.xml");
-    EXPECT_EQ(o.suite_dir, "dir");
+    EXPECT_EQ(o.qualify_options.suite_dir, "dir");
     EXPECT_EQ(o.scenario_file, "s.scn");
 }
 

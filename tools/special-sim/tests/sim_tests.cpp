@@ -501,13 +501,39 @@ TEST(Expectations, MalformedLinesAreProblemsWithTheirLine) {
         {"note =x", "e:1: conditions are path=value or path~text"},
         {"note text", "e:1: conditions are path=value or path~text"},
         {"\nnote \"text=open", "e:2: unterminated quote"},
-        {"note\n\nnote text=none", "e:3: nothing matches: note text=none"},
+        {"note\n\nnote text=none", "e:3: nothing matches: note text=none\n        instead: note text=t"},
     };
     for (const Case &c : cases) {
         std::vector<std::string> problems =
             CheckExpectations({R"({"kind":"note","text":"t","line":1})"}, c.expect, "e");
         ASSERT_EQ(problems.size(), 1u) << c.expect;
         EXPECT_EQ(problems[0], c.problem) << c.expect;
+    }
+}
+
+// An unmet expectation says what the device did instead: the nearest event of the same
+// kind and name, with the values it had, or that there was none.
+TEST(Expectations, SayWhatHappenedInstead) {
+    std::vector<std::string> run = {
+        R"({"kind":"to_platform","command":12367,"name":"kCenPlt2PuSetDevPlanRsp","seq":8,"body":"<Response><Result>131</Result></Response>"})",
+        R"({"kind":"to_platform","command":12367,"name":"kCenPlt2PuSetDevPlanRsp","seq":9,"body":"{\"a\":1}"})",
+        R"({"kind":"recv_msg","type":3,"name":"NOLTDEVSDK_SPECIAL_ON_OPERATE_CUSTOM_VOICE","result":-744910844})",
+    };
+    const struct {
+        const char *expect, *instead;
+    } cases[] = {
+        {"to_platform name=kCenPlt2PuSetDevPlanRsp seq=8 body~<Result>0</Result>",
+         "instead: to_platform name=kCenPlt2PuSetDevPlanRsp seq=8 body=<Result>131</Result>"},
+        {"to_platform name=kCenPlt2PuSetDevPlanRsp seq=9 body~x", "body={\"a\":1}"},
+        {"to_platform name=kCenPlt2PuWakeRsp", "instead: no message with this name was sent"},
+        {"recv_msg type=3 result=0",
+         "instead: recv_msg type=3 result=-744910844 (answered NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT"},
+        {"get_runtime_info type=14", "instead: no get_runtime_info with this type happened"},
+    };
+    for (const auto &c : cases) {
+        std::vector<std::string> problems = CheckExpectations(run, c.expect, "e");
+        ASSERT_EQ(problems.size(), 1u) << c.expect;
+        EXPECT_NE(problems[0].find(c.instead), std::string::npos) << problems[0];
     }
 }
 
@@ -523,7 +549,8 @@ TEST(Expectations, MatchKindAndConditions) {
                          "recv_msg record.mode\n";
     std::vector<std::string> problems = CheckExpectations(lines, expect, "e.txt");
     ASSERT_EQ(problems.size(), 2u);
-    EXPECT_EQ(problems[0], "e.txt:4: nothing matches: to_platform command=18830 seq=8");
+    EXPECT_EQ(problems[0], "e.txt:4: nothing matches: to_platform command=18830 seq=8\n"
+                           "        instead: to_platform command=18830 seq=7");
     EXPECT_EQ(problems[1].rfind("e.txt:5: conditions are", 0), 0u);
 
     problems = CheckExpectations({"not json"}, "", "e.txt");

@@ -2,8 +2,8 @@
  * 32-bit target lays the records out in one of two ways: with a 32-bit time_t (the quoted
  * sizes) or with a 64-bit one (a C library built for dates past 2038: every time_t field
  * grows to 8 bytes and is aligned to 8). Each record has one row with both sizes; on a
- * target with 64-bit pointers the records holding them are larger and the check stands
- * down. */
+ * target with 64-bit pointers (arm64, s390x, the PC) the records holding them are larger
+ * than the quoted sizes and the check stands down. */
 #ifndef SPECIAL_LAYOUT_H
 #define SPECIAL_LAYOUT_H
 

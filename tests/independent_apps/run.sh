@@ -1,0 +1,93 @@
+#!/usr/bin/env bash
+# Builds the applications of this directory against a built tree of the project and runs
+# special-sim --qualify on each, keeping what it said:
+#   tests/independent_apps/run.sh [BUILD_DIR] [OUT_DIR]
+# BUILD_DIR (default build/) holds libnoltDevSDK_special.so, include/ and
+# tools/special-sim/special-sim; OUT_DIR (default BUILD_DIR/independent_apps) gets, per
+# app, APP.out, APP.err, APP.xml (JUnit) and APP.status, and the apps' own build.
+# The qualifier's verdicts are reported, never turned into this script's status: it fails
+# only when the apps cannot be built or the simulator is missing.
+# QUALIFY_TIMEOUT (seconds, default 120) bounds each run; a qualifier that hangs is killed.
+set -uo pipefail
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+build=$(cd "${1:-build}" && pwd) || {
+    echo "no build directory ${1:-build}" >&2
+    exit 2
+}
+out=${2:-$build/independent_apps}
+mkdir -p "$out" && out=$(cd "$out" && pwd)
+sim=${SPECIAL_SIM:-$build/tools/special-sim/special-sim}
+limit=${QUALIFY_TIMEOUT:-120}
+
+if [ ! -x "$sim" ]; then
+    echo "no simulator at $sim (build the special-sim target first)" >&2
+    exit 2
+fi
+if ! { cmake -S "$here" -B "$out/apps-build" -DNOLTDEV_TREE="$build" &&
+    cmake --build "$out/apps-build" -j2; } >"$out/apps-build.log" 2>&1; then
+    cat "$out/apps-build.log" >&2
+    echo "the applications did not build" >&2
+    exit 2
+fi
+
+trim() {
+    local s=$1
+    s=${s#"${s%%[![:space:]]*}"}
+    printf '%s' "${s%"${s##*[![:space:]]}"}"
+}
+
+# What faults.txt says the qualifier must find in APP, looked for in its output.
+check_faults() {
+    local app=$1 text=$2
+    grep "^$app |" "$here/faults.txt" | while IFS='|' read -r _ class callback type path _; do
+        class=$(trim "$class") callback=$(trim "$callback") path=$(trim "$path")
+        local name
+        name=$(trim "${type%% (*}")
+        local pattern
+        case $class in
+        crash) pattern="(signal|SIGSEGV|crash).*$name|$name.*(signal|SIGSEGV|crash)" ;;
+        hang) pattern="(timeout|timed out|hang|did not return).*$name|$name.*(timeout|timed out|hang|did not return)" ;;
+        concurrent) pattern="(concurrent|race).*SPEAKER_CONFIG" ;;
+        *) pattern="$class $callback $name" ;;
+        esac
+        local hit
+        hit=$(grep -E -m1 -- "$pattern" "$text")
+        if [ -n "$hit" ]; then
+            echo "    found    $class $callback $name $path"
+            echo "             said: $(echo "$hit" | sed 's/^ *//' | cut -c1-200)"
+        else
+            echo "    MISSING  $class $callback $name $path"
+        fi
+    done
+}
+
+for app in chime_partial camera_subtle doorbell_crash doorbell_hang; do
+    lib="$out/apps-build/lib$app.so"
+    rm -f "$out/$app.xml"
+    start=$(date +%s)
+    timeout -k 10 "$limit" "$sim" --qualify --app "$lib" --junit "$out/$app.xml" >"$out/$app.out" 2>"$out/$app.err"
+    status=$?
+    took=$(($(date +%s) - start))
+    echo "$status" >"$out/$app.status"
+    case $status in
+    124 | 137) how=" (killed after ${limit} s: the qualifier did not end)" ;;
+    12[5-9] | 1[3-9][0-9]) how=" (the qualifier died of signal $((status - 128)))" ;;
+    *) how="" ;;
+    esac
+    echo "== $app: exit $status$how, ${took} s"
+    grep -E '^(passed|FAILED|not exercised|not applicable) ' "$out/$app.out" | sed 's/^/    /'
+    grep -E '^[0-9]+ passed' "$out/$app.out" | sed 's/^/    /'
+    grep -E '^total ' "$out/$app.out" "$out/$app.err" -h | sed 's/^/    findings /'
+    if [ -s "$out/$app.xml" ]; then
+        echo "    JUnit written: $out/$app.xml"
+    else
+        echo "    no JUnit file"
+    fi
+    if grep -q "^$app |" "$here/faults.txt"; then
+        check_faults "$app" "$out/$app.out"
+    else
+        errors=$(grep -cE '^    (error|warning) ' "$out/$app.out")
+        echo "    no planted fault; error or warning findings listed: $errors"
+    fi
+done
+exit 0
