@@ -56,10 +56,12 @@ void noltdev_host_set_registered(int registered);
  *        sdk_kernel_event_break, going up sets it to 1 and raises sdk_kernel_event_online,
  *        on every loaded extension, on the caller's thread. Asking for the state the link
  *        already has changes nothing and raises nothing. The kernel reset brings it up.
+ * @param up non-zero: the link comes up; 0: it goes down.
  * @return The number of extensions that received the event (0 when nothing changed).
  */
 int noltdev_host_set_link(int up);
-/** @brief 1 while the link is up (the default), 0 while it is down. */
+/** @brief The link's state.
+ *  @return 1 while the link is up (the default), 0 while it is down. */
 int noltdev_host_link_up(void);
 /** @brief Installs the outbound sink.
  *  @param fn the sink; NULL: sends succeed and are dropped.
@@ -212,7 +214,8 @@ int noltdev_host_shadow_reg_count(void);
  *        does with the default buffer), as a device's service does after start-up.
  */
 void noltdev_host_shadow_drain(void);
-/** @brief Number of start-up reports run since load. */
+/** @brief The start-up reports run so far.
+ *  @return their number since load. */
 int noltdev_host_shadow_startup_reports(void);
 /** @brief Forgets every registered domain and stored value; keeps the cache directory. */
 void noltdev_host_shadow_reset(void);
