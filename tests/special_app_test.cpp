@@ -26,9 +26,9 @@ TEST_F(AppEnvelope, RecvMsgGetsTypeRecordAndLenAndItsAnswerComesBack) {
     for (const Row &row : rows) {
         SetRecvResult(row.type, row.rc);
         noltDevSDK_special_delay_sleep_type record = {3, 4};
-        int rc = 12345;
-        ASSERT_TRUE(SpecialAppRecvMsg(row.type, &record, sizeof record, &rc));
-        EXPECT_EQ(row.rc, rc) << row.type;
+        const SpecialAppAnswer answer = SpecialAppRecvMsg(row.type, &record, sizeof record, nullptr);
+        ASSERT_TRUE(answer.called);
+        EXPECT_EQ(row.rc, answer.rc) << row.type;
         ASSERT_FALSE(Deliveries().empty());
         const Delivery d = Deliveries().back();
         EXPECT_EQ(row.type, d.type);
@@ -41,10 +41,10 @@ TEST_F(AppEnvelope, RuntimeQueryFillsTheRecordOrHandsBackTheApplicationsBlock) {
     SetRuntime(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, noltDevSDK_Trusteeship{"BASE01"});
     noltDevSDK_Trusteeship trusteeship = {};
     void *record = &trusteeship;
-    int rc = -1;
-    ASSERT_TRUE(
-        SpecialAppRuntimeInfo(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, &record, sizeof trusteeship, &rc));
-    EXPECT_EQ(0, rc);
+    const SpecialAppAnswer answer =
+        SpecialAppRuntimeInfo(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, &record, sizeof trusteeship, nullptr);
+    ASSERT_TRUE(answer.called);
+    EXPECT_EQ(0, answer.rc);
     EXPECT_EQ(&trusteeship, record);
     EXPECT_STREQ("BASE01", trusteeship.subserial);
 
@@ -58,7 +58,8 @@ TEST_F(AppEnvelope, RuntimeQueryFillsTheRecordOrHandsBackTheApplicationsBlock) {
                        return 0;
                    });
     void *block = nullptr;
-    ASSERT_TRUE(SpecialAppRuntimeInfo(NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP, &block, 0, &rc));
+    ASSERT_TRUE(
+        SpecialAppRuntimeInfo(NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP, &block, 0, nullptr).called);
     EXPECT_EQ(allocated, block);
     std::free(block);
 }
@@ -67,14 +68,22 @@ TEST_F(AppEnvelope, MissingCallbacksAreNotCalled) {
     noltDevSDK_special_fini();
     noltdev_host_kernel_reset();
     ASSERT_EQ(0, Init(false));
-    int rc = 77;
     noltDevSDK_wake wake = {};
     void *record = &wake;
-    EXPECT_FALSE(SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_WAKE, &wake, sizeof wake, &rc));
-    EXPECT_FALSE(SpecialAppRuntimeInfo(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, &record, sizeof wake, &rc));
-    EXPECT_EQ(77, rc);
+    ClearLogs();
+    const SpecialAppAnswer sent =
+        SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_WAKE, &wake, sizeof wake, "no recv\n");
+    const SpecialAppAnswer asked =
+        SpecialAppRuntimeInfo(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, &record, sizeof wake, nullptr);
+    EXPECT_FALSE(sent.called);
+    EXPECT_FALSE(asked.called);
+    EXPECT_EQ(-1, sent.rc);
+    EXPECT_EQ(-1, asked.rc);
     EXPECT_EQ(&wake, record);
     EXPECT_TRUE(Deliveries().empty());
+    // the caller's line, and only it, says what was missing
+    EXPECT_TRUE(HasLog(1, "no recv\n"));
+    EXPECT_EQ(1u, Logs().size());
 }
 
 // The capacities the module walks are the ones the platform's documents give.

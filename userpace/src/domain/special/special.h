@@ -1,20 +1,10 @@
-/* The module's shared state and the entry points of its parts: stored callbacks and
- * init flag, platform request handlers, device-initiated requests, and the status
+/* The entry points of the module's parts: device-initiated requests and the status
  * registry's registration calls. */
 #ifndef SPECIAL_H
 #define SPECIAL_H
 
 #include "markupstl.h"
 #include "noltDevSDK_special_def.h"
-
-/* ---- lifecycle (noltDevSDK_special.cpp) ----------------------------------------- */
-
-/* 1 while the module is initialised; plain int, used from the control thread. */
-extern int g_special_init_status;
-/* Copies both callback pointers into the module. */
-void SpecialSetCallback(const noltDevSDK_special_callback *cb);
-/* The stored callbacks (never NULL; the pointers inside may be). */
-noltDevSDK_special_callback *GetSpecialCallback(void);
 
 /* ---- device-initiated requests ---------------------------------------------------- */
 

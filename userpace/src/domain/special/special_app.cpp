@@ -1,10 +1,45 @@
-/* The envelope around every call into the application (see special_app.h). */
+/* The application port (see special_app.h): stored callbacks, init flag, the envelope. */
 #include "special_app.h"
 
 #include <string.h>
 
-#include "noltDevSDK_special_def.h"
-#include "special.h"
+#include "log_ctrl.h"
+
+static noltDevSDK_special_callback g_special_cb = {NULL, NULL};
+static bool g_special_inited = false;
+
+void SpecialAppStore(const noltDevSDK_special_callback *cb) {
+    g_special_cb.recv_msg = cb->recv_msg;
+    g_special_cb.get_runtime_info = cb->get_runtime_info;
+}
+
+noltDevSDK_special_callback SpecialAppStored(void) {
+    return g_special_cb;
+}
+
+bool SpecialAppInited(void) {
+    return g_special_inited;
+}
+
+void SpecialAppSetInited(bool inited) {
+    g_special_inited = inited;
+}
+
+/* The one log policy: a missing callback logs the caller's line, if it gave one. */
+static bool SpecialAppPresent(bool present, const char *missing_log) {
+    if (!present && missing_log != NULL) {
+        noltdev_debug(LOG_ERROR, "%s", missing_log);
+    }
+    return present;
+}
+
+bool SpecialAppHasRecvMsg(const char *missing_log) {
+    return SpecialAppPresent(g_special_cb.recv_msg != NULL, missing_log);
+}
+
+bool SpecialAppHasRuntimeInfo(const char *missing_log) {
+    return SpecialAppPresent(g_special_cb.get_runtime_info != NULL, missing_log);
+}
 
 /* Both callbacks take the same envelope: a type, the record and its length. */
 template <class Envelope> static Envelope MakeEnvelope(int type, void *record, size_t len) {
@@ -16,23 +51,24 @@ template <class Envelope> static Envelope MakeEnvelope(int type, void *record, s
     return envelope;
 }
 
-bool SpecialAppRecvMsg(int type, void *record, size_t len, int *rc) {
-    noltDevSDK_special_callback *cb = GetSpecialCallback();
-    if (cb->recv_msg == NULL) {
-        return false;
+SpecialAppAnswer SpecialAppRecvMsg(int type, void *record, size_t len, const char *missing_log) {
+    SpecialAppAnswer answer = {false, -1};
+    if (SpecialAppHasRecvMsg(missing_log)) {
+        noltDevSDK_special_msg_to_dev msg = MakeEnvelope<noltDevSDK_special_msg_to_dev>(type, record, len);
+        answer.called = true;
+        answer.rc = g_special_cb.recv_msg(&msg);
     }
-    noltDevSDK_special_msg_to_dev msg = MakeEnvelope<noltDevSDK_special_msg_to_dev>(type, record, len);
-    *rc = cb->recv_msg(&msg);
-    return true;
+    return answer;
 }
 
-bool SpecialAppRuntimeInfo(int type, void **record, size_t len, int *rc) {
-    noltDevSDK_special_callback *cb = GetSpecialCallback();
-    if (cb->get_runtime_info == NULL) {
-        return false;
+SpecialAppAnswer SpecialAppRuntimeInfo(int type, void **record, size_t len, const char *missing_log) {
+    SpecialAppAnswer answer = {false, -1};
+    if (SpecialAppHasRuntimeInfo(missing_log)) {
+        noltDevSDK_special_runtime_info info =
+            MakeEnvelope<noltDevSDK_special_runtime_info>(type, *record, len);
+        answer.called = true;
+        answer.rc = g_special_cb.get_runtime_info(&info);
+        *record = info.data;
     }
-    noltDevSDK_special_runtime_info info = MakeEnvelope<noltDevSDK_special_runtime_info>(type, *record, len);
-    *rc = cb->get_runtime_info(&info);
-    *record = info.data;
-    return true;
+    return answer;
 }

@@ -1,19 +1,45 @@
-/* The one way into the application's two callbacks: every call wraps its record in the
- * same envelope (type, record, length) and goes through here. Callers keep their own log
- * lines; nothing is logged here. Callable from any thread the module runs on. */
+/* The application port: the only owner of the application's two stored callbacks and of
+ * the module's init flag, and the only code that calls the application or decides that
+ * there is no callback to call. Every call wraps its record in the same envelope (type,
+ * record, length). When a callback is missing nothing is called, the caller's line (if
+ * any) is logged at the error level and the answer says so. Callable from any thread the
+ * module runs on; the callbacks are stored by init on the control thread before the
+ * kernel's threads can ask for them. */
 #ifndef SPECIAL_APP_H
 #define SPECIAL_APP_H
 
 #include <stddef.h>
 
-/* Hands record (len bytes, owned by the caller) to recv_msg as a message of this type.
- * False, and no call, when no recv_msg is stored; otherwise *rc is its result. */
-bool SpecialAppRecvMsg(int type, void *record, size_t len, int *rc);
+#include "noltDevSDK_special_def.h"
+
+/* The line most callers log when the application gave no callback. */
+#define SPECIAL_APP_NO_CALLBACK "special domain cb is not init\n"
+
+/* What one call into the application gave. */
+struct SpecialAppAnswer {
+    bool called; /* false: the callback is missing and nothing was called */
+    int rc;      /* the callback's result; -1 when it was not called */
+};
+
+/* Copies both callback pointers into the module (either may be NULL). */
+void SpecialAppStore(const noltDevSDK_special_callback *cb);
+/* The stored callbacks, as a copy. */
+noltDevSDK_special_callback SpecialAppStored(void);
+
+/* Whether the module is initialised; plain state, used from the control thread. */
+bool SpecialAppInited(void);
+void SpecialAppSetInited(bool inited);
+
+/* Whether recv_msg (get_runtime_info) is stored; when not, logs missing_log (NULL: nothing). */
+bool SpecialAppHasRecvMsg(const char *missing_log);
+bool SpecialAppHasRuntimeInfo(const char *missing_log);
+
+/* Hands record (len bytes, owned by the caller) to recv_msg as a message of this type. */
+SpecialAppAnswer SpecialAppRecvMsg(int type, void *record, size_t len, const char *missing_log);
 
 /* Asks get_runtime_info for a record of this type: *record (len bytes, may be NULL with
  * len 0) goes in and whatever the application leaves there comes back, for the queries
- * where it hands over a block it allocated. False, and no call, when no get_runtime_info
- * is stored; otherwise *rc is its result. */
-bool SpecialAppRuntimeInfo(int type, void **record, size_t len, int *rc);
+ * where it hands over a block it allocated. */
+SpecialAppAnswer SpecialAppRuntimeInfo(int type, void **record, size_t len, const char *missing_log);
 
 #endif

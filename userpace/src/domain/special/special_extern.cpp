@@ -123,9 +123,10 @@ static void SpecialPassRaw(const noltdev_sdk_kernel_submsg *msg) {
     trans.cmd_id = static_cast<unsigned int>(msg->msg_command_id);
     trans.msg_type = 0;
     trans.msg_seq = msg->msg_seq;
-    int rc = 0;
-    if (SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_TRANS_CMD_MSG, &trans, sizeof trans, &rc) && rc != 0) {
-        noltdev_debug(LOG_ERROR, "result_code %d\n", rc);
+    const SpecialAppAnswer answer =
+        SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_TRANS_CMD_MSG, &trans, sizeof trans, NULL);
+    if (answer.called && answer.rc != 0) {
+        noltdev_debug(LOG_ERROR, "result_code %d\n", answer.rc);
     }
 }
 

@@ -7,6 +7,7 @@
 #include "bscJSON.h"
 #include "log_ctrl.h"
 #include "special.h"
+#include "special_app.h"
 #include "special_bus.h"
 #include "special_capacity.h"
 #include "special_handler_util.h"
@@ -63,13 +64,16 @@ int SpecialQueryVoddnsMappedPortRsp(CMarkupSTL *req, CMarkupSTL *rsp) {
         ReadDevInfo(req, rsp, &record);
         req->OutOfElem();
     }
-    return SpecialDeliver(NOLTDEVSDK_SPECIAL_ON_SET_VODDNS_MAPPED_PORT, &record, sizeof record);
+    return SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_SET_VODDNS_MAPPED_PORT, &record, sizeof record,
+                             SPECIAL_APP_NO_CALLBACK)
+        .rc;
 }
 
 int SpecialUnbindUserRsp(const char *text) {
-    if (!SpecialRecvMsgReady("SpecialUnbindUserRsp\n")) {
+    if (!SpecialAppHasRecvMsg(SPECIAL_APP_NO_CALLBACK)) {
         return -1;
     }
+    noltdev_debug(LOG_DEBUG, "SpecialUnbindUserRsp\n");
     noltDevSDK_special_unbind_user record;
     memset(&record, 0, sizeof record);
     /* a text that is not JSON gives no tree and is delivered with result 0 */
@@ -78,7 +82,9 @@ int SpecialUnbindUserRsp(const char *text) {
     if (result != NULL) {
         record.result = result->valueint;
     }
-    int rc = SpecialDeliver(NOLTDEVSDK_SPECIAL_ON_UNBINDUSER, &record, sizeof record);
+    int rc =
+        SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_UNBINDUSER, &record, sizeof record, SPECIAL_APP_NO_CALLBACK)
+            .rc;
     bscJSON_Delete(root);
     return rc;
 }

@@ -9,6 +9,7 @@
 #include "bscJSON.h"
 #include "log_ctrl.h"
 #include "special.h"
+#include "special_app.h"
 #include "special_bus.h"
 #include "special_handler_util.h"
 #include "special_handlers.h"
@@ -113,9 +114,10 @@ bool ReadJsonValue(const KeyValueSetting &setting, const char *text, KeyValueRec
 
 int SpecialSetKeyValueReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp; /* the frame answers with what it prepared */
-    if (!SpecialRecvMsgReady("SpecialSetKeyValueReq\n")) {
+    if (!SpecialAppHasRecvMsg(SPECIAL_APP_NO_CALLBACK)) {
         return -1;
     }
+    noltdev_debug(LOG_DEBUG, "SpecialSetKeyValueReq\n");
     KeyValueRecord record;
     memset(&record, 0, sizeof record);
 
@@ -134,7 +136,7 @@ int SpecialSetKeyValueReq(CMarkupSTL *req, CMarkupSTL *rsp) {
         noltdev_debug(LOG_ERROR, "%s", setting->parse_fail_log);
         return -1;
     }
-    int rc = SpecialDeliver(setting->msg_type, &record, setting->len);
+    int rc = SpecialAppRecvMsg(setting->msg_type, &record, setting->len, SPECIAL_APP_NO_CALLBACK).rc;
     if (setting->report != NOLTDEVSDK_ReportNone) {
         SpecialForceReport(setting->report);
     }

@@ -5,8 +5,10 @@
 #include <string>
 
 #include "bscJSON.h"
+#include "log_ctrl.h"
 #include "noltdev_sdk_kernel_struct.h"
 #include "special.h"
+#include "special_app.h"
 #include "special_bus.h"
 #include "special_handler_util.h"
 #include "special_handlers.h"
@@ -14,9 +16,10 @@
 
 int SpecialSetLinkageModeStatusReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp;
-    if (!SpecialRecvMsgReady("SpecialSetLinkageModeStatusReq\n")) {
+    if (!SpecialAppHasRecvMsg(SPECIAL_APP_NO_CALLBACK)) {
         return -1;
     }
+    noltdev_debug(LOG_DEBUG, "SpecialSetLinkageModeStatusReq\n");
     noltDevSDK_linkage_mode_status record;
     memset(&record, 0, sizeof record);
     SpecialFindInt(req, "Enable", true, &record.enable);
@@ -24,7 +27,9 @@ int SpecialSetLinkageModeStatusReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     SpecialFindText(req, "DevSerial", true, record.acConnSerial, sizeof record.acConnSerial);
     SpecialFindText(req, "Pwd", true, record.acVerifyCode, sizeof record.acVerifyCode);
 
-    int rc = SpecialDeliver(NOLTDEVSDK_SPECIAL_ON_SET_LINKAGE_MODE_STATUS, &record, sizeof record);
+    int rc = SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_SET_LINKAGE_MODE_STATUS, &record, sizeof record,
+                               SPECIAL_APP_NO_CALLBACK)
+                 .rc;
     if (rc != 0) {
         return rc;
     }
@@ -47,9 +52,10 @@ static int JsonInt(const bscJSON *obj, const char *name) {
 
 int SpecialWakeReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp;
-    if (!SpecialRecvMsgReady("SpecialWakeReq\n")) {
+    if (!SpecialAppHasRecvMsg(SPECIAL_APP_NO_CALLBACK)) {
         return -1;
     }
+    noltdev_debug(LOG_DEBUG, "SpecialWakeReq\n");
     bscJSON *root = bscJSON_Parse(req->GetDoc().c_str());
     if (root == NULL) {
         return 0;
@@ -58,21 +64,24 @@ int SpecialWakeReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     memset(&record, 0, sizeof record);
     CopyJsonString(bscJSON_GetObjectItem(root, "subserial"), record.subserial, sizeof record.subserial);
     bscJSON_Delete(root);
-    return SpecialDeliver(NOLTDEVSDK_SPECIAL_ON_WAKE, &record, sizeof record);
+    return SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_WAKE, &record, sizeof record, SPECIAL_APP_NO_CALLBACK).rc;
 }
 
 int SetDelaySleepReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp;
-    if (!SpecialRecvMsgReady("SpecialDelaySleepReq\n")) {
+    if (!SpecialAppHasRecvMsg(SPECIAL_APP_NO_CALLBACK)) {
         return -1;
     }
+    noltdev_debug(LOG_DEBUG, "SpecialDelaySleepReq\n");
     noltDevSDK_special_delay_sleep_type record;
     memset(&record, 0, sizeof record);
     if (req->FindElem("Info", true)) {
         record.channel = SpecialAttribInt(req, "Channel");
         record.type = SpecialAttribInt(req, "Type");
     }
-    return SpecialDeliver(NOLTDEVSDK_SPECIAL_ON_DELAY_SLEEP, &record, sizeof record);
+    return SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_DELAY_SLEEP, &record, sizeof record,
+                             SPECIAL_APP_NO_CALLBACK)
+        .rc;
 }
 
 /* Delivers a drive-out of the given operType; returns the channel for the answer (0 for
@@ -82,7 +91,9 @@ static int DeliverDriveOut(const bscJSON *root, int oper_type) {
         noltDevSDK_special_prowl_drive_out record;
         memset(&record, 0, sizeof record);
         record.channel = JsonInt(root, "channel");
-        SpecialDeliver(NOLTDEVSDK_SPECIAL_ON_PROWL_DRIVE_OUT, &record, sizeof record);
+        SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_PROWL_DRIVE_OUT, &record, sizeof record,
+                          SPECIAL_APP_NO_CALLBACK)
+            .rc;
         return record.channel;
     }
     if (oper_type == 2) {
@@ -93,7 +104,9 @@ static int DeliverDriveOut(const bscJSON *root, int oper_type) {
         if (urls != NULL) {
             CopyJsonString(bscJSON_GetArrayItem(urls, 0), record.url, sizeof record.url);
         }
-        SpecialDeliver(NOLTDEVSDK_SPECIAL_ON_DRIVE_OUT_RADIO_UPDATE, &record, sizeof record);
+        SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_DRIVE_OUT_RADIO_UPDATE, &record, sizeof record,
+                          SPECIAL_APP_NO_CALLBACK)
+            .rc;
         return record.channel;
     }
     return 0;

@@ -9,6 +9,7 @@
 #include "log_ctrl.h"
 #include "noltdev_sdk_kernel_struct.h"
 #include "special.h"
+#include "special_app.h"
 #include "special_bus.h"
 #include "special_capacity.h"
 #include "special_handler_util.h"
@@ -75,7 +76,10 @@ int SpecialSetDevPlanReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     /* the days follow "Actor" */
     bool has_week = ReadWeek(req, &parsed.special_work_mode_plan);
 
-    if (SpecialGetRuntime(NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN, &current, sizeof current) != 0) {
+    void *asked = &current;
+    if (SpecialAppRuntimeInfo(NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN, &asked, sizeof current,
+                              SPECIAL_APP_NO_CALLBACK)
+            .rc != 0) {
         return PlanFailed(rsp, "Special SetDevplan get runtimeinfo error\n");
     }
     if (has_enable) {
@@ -87,7 +91,9 @@ int SpecialSetDevPlanReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     }
     current.channel = parsed.channel;
 
-    int rc = SpecialDeliver(NOLTDEVSDK_SPECIAL_ON_SET_SPECIAL_PLAN, &current, sizeof current);
+    int rc = SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_SET_SPECIAL_PLAN, &current, sizeof current,
+                               SPECIAL_APP_NO_CALLBACK)
+                 .rc;
     if (rc != 0) {
         special_set_result(rsp, SPECIAL_RESULT_REFUSED);
     }

@@ -4,6 +4,7 @@
 
 #include "log_ctrl.h"
 #include "special.h"
+#include "special_app.h"
 #include "special_bus.h"
 #include "special_handler_util.h"
 #include "special_handlers.h"
@@ -31,9 +32,10 @@ static bool SwitchTypeFromPlatform(int platform, int *type) {
 
 int SpecialSetSwitchEnableReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp; /* the application's refusal goes back to the frame, not into the answer */
-    if (!SpecialRecvMsgReady("SpecialSetSwitchEnableReq\n")) {
+    if (!SpecialAppHasRecvMsg(SPECIAL_APP_NO_CALLBACK)) {
         return -1;
     }
+    noltdev_debug(LOG_DEBUG, "SpecialSetSwitchEnableReq\n");
     noltDevSDK_special_switch_enable record;
     memset(&record, 0, sizeof record);
     /* an unknown switch leaves the whole record zero and is still delivered */
@@ -42,7 +44,9 @@ int SpecialSetSwitchEnableReq(CMarkupSTL *req, CMarkupSTL *rsp) {
         record.enable = SpecialAttribInt(req, "Enable");
         record.channel = SpecialAttribInt(req, "Channel");
     }
-    return SpecialDeliver(NOLTDEVSDK_SPECIAL_ON_SET_SWITCH_ENABLE, &record, sizeof record);
+    return SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_SET_SWITCH_ENABLE, &record, sizeof record,
+                             SPECIAL_APP_NO_CALLBACK)
+        .rc;
 }
 
 /* Reads the four coordinates of a line element into x1, y1, x2, y2. */
@@ -57,10 +61,11 @@ static void ReadLine(CMarkupSTL *req, const char *name, float *x1, float *y1, fl
 }
 
 int SetFlowCountInfoReq(CMarkupSTL *req, CMarkupSTL *rsp) {
-    if (!SpecialRecvMsgReady("SET FLOW COUNT INFO REQ\n")) {
+    if (!SpecialAppHasRecvMsg(SPECIAL_APP_NO_CALLBACK)) {
         special_set_result(rsp, SPECIAL_RESULT_APP_FAIL);
         return NOLTDEVSDK_SPECIAL_CODE_NOT_INITED;
     }
+    noltdev_debug(LOG_DEBUG, "SET FLOW COUNT INFO REQ\n");
     /* value-initialised: every field, the float line ends included, starts at zero */
     noltDevSDK_special_flow_counting_cfg record = noltDevSDK_special_flow_counting_cfg();
 
@@ -76,7 +81,9 @@ int SetFlowCountInfoReq(CMarkupSTL *req, CMarkupSTL *rsp) {
         record.interval = static_cast<int>(static_cast<unsigned int>(minutes) * 60u);
     }
 
-    int rc = SpecialDeliver(NOLTDEVSDK_SPECIAL_ON_SET_FLOW_COUNTING_CFG, &record, sizeof record);
+    int rc = SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_SET_FLOW_COUNTING_CFG, &record, sizeof record,
+                               SPECIAL_APP_NO_CALLBACK)
+                 .rc;
     if (rc != 0) {
         noltdev_debug(LOG_ERROR, "on_recv_msg: set_flow_count error\n");
         special_set_result(rsp, SPECIAL_RESULT_APP_FAIL);

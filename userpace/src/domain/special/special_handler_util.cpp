@@ -1,4 +1,4 @@
-/* Bounded copies, delivery to the application and forced reports for the handlers. */
+/* Bounded copies and forced reports for the handlers. */
 #include "special_handler_util.h"
 
 #include <string.h>
@@ -6,11 +6,7 @@
 #include <string>
 
 #include "log_ctrl.h"
-#include "special.h"
-#include "special_app.h"
 #include "special_bus.h"
-
-static const char kCallbackMissing[] = "special domain cb is not init\n";
 
 void SpecialCopyText(char *dst, size_t size, const char *src) {
     if (dst == NULL || size == 0) {
@@ -48,35 +44,6 @@ int SpecialAttribInt(const CMarkupSTL *doc, const char *name) {
 
 void SpecialAttribText(const CMarkupSTL *doc, const char *name, char *dst, size_t size) {
     SpecialCopyText(dst, size, doc->GetAttrib(name).c_str());
-}
-
-bool SpecialRecvMsgReady(const char *trace) {
-    if (GetSpecialCallback()->recv_msg == NULL) {
-        noltdev_debug(LOG_ERROR, kCallbackMissing);
-        return false;
-    }
-    if (trace != NULL) {
-        noltdev_debug(LOG_DEBUG, "%s", trace);
-    }
-    return true;
-}
-
-/* Some handlers call the application without checking first; a missing callback gets a
- * defined failure instead of a call through NULL. */
-int SpecialDeliver(int type, void *record, size_t len) {
-    int rc = -1;
-    if (!SpecialAppRecvMsg(type, record, len, &rc)) {
-        noltdev_debug(LOG_ERROR, kCallbackMissing);
-    }
-    return rc;
-}
-
-int SpecialGetRuntime(int type, void *record, size_t len) {
-    int rc = -1;
-    if (!SpecialAppRuntimeInfo(type, &record, len, &rc)) {
-        noltdev_debug(LOG_ERROR, kCallbackMissing);
-    }
-    return rc;
 }
 
 void SpecialForceReport(NOLTDEVSDK_REPORT_STATUS_E id) {

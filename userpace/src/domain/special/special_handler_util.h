@@ -1,5 +1,4 @@
-/* Helpers every platform handler repeats: bounded text copies from the request cursor,
- * delivery of a payload record to the application, the application's current state,
+/* Helpers every platform handler repeats: bounded text copies from the request cursor
  * and forced status reports. */
 #ifndef SPECIAL_HANDLER_UTIL_H
 #define SPECIAL_HANDLER_UTIL_H
@@ -25,18 +24,6 @@ int SpecialAttribInt(const CMarkupSTL *doc, const char *name);
 
 /* Copies an attribute of the main element into dst, bounded (empty when absent). */
 void SpecialAttribText(const CMarkupSTL *doc, const char *name, char *dst, size_t size);
-
-/* true when the application's recv_msg is stored, after logging trace (when not NULL) at
- * the debug level; otherwise logs that the callbacks are missing and returns false. */
-bool SpecialRecvMsgReady(const char *trace);
-
-/* Hands one payload record to recv_msg and returns its result (-1, logged, when no
- * recv_msg is stored). */
-int SpecialDeliver(int type, void *record, size_t len);
-
-/* Asks get_runtime_info to fill one record and returns its result (-1, logged, when no
- * get_runtime_info is stored). */
-int SpecialGetRuntime(int type, void *record, size_t len);
 
 /* Marks a status item for a report at the service's next poll. */
 void SpecialForceReport(NOLTDEVSDK_REPORT_STATUS_E id);

@@ -8,6 +8,7 @@
 #include "log_ctrl.h"
 #include "noltdev_sdk_kernel_struct.h"
 #include "special.h"
+#include "special_app.h"
 #include "special_bus.h"
 #include "special_handler_util.h"
 #include "special_handlers.h"
@@ -81,7 +82,7 @@ static void *SpecialSetCustomVoiceRsp(void *arg) {
     CMarkupSTL rsp;
     noltdev_xml_init_rsp(rsp);
 
-    if (!SpecialRecvMsgReady(NULL)) {
+    if (!SpecialAppHasRecvMsg(SPECIAL_APP_NO_CALLBACK)) {
         special_set_result(&rsp, SPECIAL_RESULT_APP_FAIL);
     } else {
         noltDevSDK_special_operate_custom_voice record;
@@ -91,7 +92,9 @@ static void *SpecialSetCustomVoiceRsp(void *arg) {
         SpecialCopyText(record.name, sizeof record.name, info->name);
         SpecialCopyText(record.url, sizeof record.url, info->url);
         record.customVoice = info->customVoice;
-        int rc = SpecialDeliver(NOLTDEVSDK_SPECIAL_ON_OPERATE_CUSTOM_VOICE, &record, sizeof record);
+        int rc = SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_OPERATE_CUSTOM_VOICE, &record, sizeof record,
+                                   SPECIAL_APP_NO_CALLBACK)
+                     .rc;
         SpecialForceReport(NOLTDEVSDK_ReportCustomVoice);
         if (rc == 0) {
             rsp.AddElem("Info");

@@ -106,9 +106,7 @@ static int SpecialDeliverDeletion(const bscJSON *root) {
         ret = SpecialParseDelUnit(obj, &block->astUnit[i]);
     }
     if (ret == 0) {
-        if (!SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_DEL_TRUSTEESHIP, block, size, &ret)) {
-            ret = -1;
-        }
+        ret = SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_DEL_TRUSTEESHIP, block, size, NULL).rc;
         if (ret != 0) {
             noltdev_debug(LOG_ERROR, "Failed to ParseSync_DelTrusteeship while in recv_msg.\n");
         }
@@ -131,8 +129,7 @@ int ParseSync_DelTrusteeship(const noltDevSDK_Shadow_value_t *pValue,
     }
     const char *text = static_cast<const char *>(pValue->value);
     noltdev_debug(LOG_ERROR, "pcValueStr = %s\n", text);
-    if (GetSpecialCallback()->recv_msg == NULL) {
-        noltdev_debug(LOG_ERROR, "Error, Special domain:recv_msg is NULL.\n");
+    if (!SpecialAppHasRecvMsg("Error, Special domain:recv_msg is NULL.\n")) {
         return -1;
     }
     bscJSON *root = bscJSON_Parse(text);
@@ -188,11 +185,13 @@ static char *SpecialPrintDelResults(const SpecialDelBlock *block, unsigned int c
 int GenJson_Trusteeship_Proc(noltDevSDK_Shadow_value_t *pValue,
                              noltDevSDK_Shadow_GenValue_Param_S *pstParam) {
     void *data = NULL;
-    int ret = 0;
-    if (!SpecialAppRuntimeInfo(NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP, &data, 0, &ret)) {
-        noltdev_debug(LOG_ERROR, "Error, Special domain:get_runtime_info is NULL.\n");
+    const SpecialAppAnswer answer =
+        SpecialAppRuntimeInfo(NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP, &data, 0,
+                              "Error, Special domain:get_runtime_info is NULL.\n");
+    if (!answer.called) {
         return -1;
     }
+    const int ret = answer.rc;
     /* the application allocated the block; from here every path frees it */
     SpecialDelBlock *block = static_cast<SpecialDelBlock *>(data);
     if (ret != 0) {

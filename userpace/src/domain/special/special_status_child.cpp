@@ -9,6 +9,7 @@
 #include "noltDevSDK_special_def.h"
 #include "noltdev_sdk_kernel_struct.h"
 #include "special.h"
+#include "special_app.h"
 #include "special_bus.h"
 #include "special_clock.h"
 #include "special_status.h"
@@ -102,8 +103,7 @@ SPECIAL_DESCRIBED_TRIO(noltDevSDK_Trusteeship, SpecialTrusteeshipIsChanged, Spec
                        SpecialTrusteeshipReset, kTrusteeship, NULL, kTrusteeshipHooks)
 
 int ReportTrusteeship_Immediately(void) {
-    if (GetSpecialCallback()->get_runtime_info == NULL) {
-        noltdev_debug(LOG_ERROR, "get_runtime_info, has not been registered!\n");
+    if (!SpecialAppHasRuntimeInfo("get_runtime_info, has not been registered!\n")) {
         return -1;
     }
     noltDevSDK_Trusteeship fresh;
@@ -142,7 +142,7 @@ static bool AllConnected(const ConnectList &list) {
 static int TrusteeshipConnectDetect(const SpecialStatusItem &item) {
     static bool started = false;
     static time_t last_time = 0;
-    if (GetSpecialCallback()->get_runtime_info == NULL) {
+    if (!SpecialAppHasRuntimeInfo(NULL)) {
         return 0;
     }
     if (!started) {

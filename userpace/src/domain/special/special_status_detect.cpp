@@ -5,20 +5,20 @@
 #include <string.h>
 
 #include "log_ctrl.h"
-#include "special.h"
 #include "special_app.h"
 
 bool SpecialStatusAsk(int runtime_type, void *record, size_t size, int *verdict, int selector) {
     *verdict = 0;
-    if (GetSpecialCallback()->get_runtime_info == NULL) {
+    if (!SpecialAppHasRuntimeInfo(NULL)) {
         return false;
     }
     memset(record, 0, size);
     if (selector != 0) {
         memcpy(record, &selector, sizeof selector);
     }
-    int rc = 0;
-    if (!SpecialAppRuntimeInfo(runtime_type, &record, size, &rc)) {
+    const SpecialAppAnswer answer = SpecialAppRuntimeInfo(runtime_type, &record, size, NULL);
+    const int rc = answer.rc;
+    if (!answer.called) {
         return false;
     }
     if (rc == 0) {

@@ -10,6 +10,7 @@
 #include "noltDevSDK_special_def.h"
 #include "noltdev_sdk_kernel_struct.h"
 #include "special.h"
+#include "special_app.h"
 #include "special_clock.h"
 #include "special_status.h"
 #include "special_status_item.h"
@@ -95,7 +96,7 @@ SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_voddns_local_mapped_infos, SpecialVodd
 /* ---- 4G information ------------------------------------------------------------------------ */
 
 static int Dev4GDetect(const SpecialStatusItem &item) {
-    if (GetSpecialCallback()->get_runtime_info == NULL) {
+    if (!SpecialAppHasRuntimeInfo(NULL)) {
         return 0;
     }
     noltDevSDK_special_4G_Info_S fresh;

@@ -10,6 +10,7 @@
 #include "log_ctrl.h"
 #include "noltdev_sdk_kernel_struct.h"
 #include "special.h"
+#include "special_app.h"
 #include "special_bus.h"
 #include "special_json.h"
 
@@ -42,7 +43,7 @@ int SpecialStatusReportItem(const SpecialStatusItem &item) {
     if (item.entry_log != NULL) {
         noltdev_debug(LOG_DEBUG, "%s", item.entry_log);
     }
-    if ((item.flags & kSpecialReportNeedsApp) != 0 && GetSpecialCallback()->get_runtime_info == NULL) {
+    if ((item.flags & kSpecialReportNeedsApp) != 0 && !SpecialAppHasRuntimeInfo(NULL)) {
         return -1;
     }
     return SpecialStatusReport(item.cmd, item.body, &item, item.flags);
