@@ -22,11 +22,18 @@ static const struct {
     const char *type;
     const char *fail_log;
 } kSpecialRedirects[] = {
-#define SPECIAL_SWITCH_REDIRECT(code, Name, type, fail_log) {kCenPlt2PuSetSwitchEnableReq, #code, fail_log},
-    SPECIAL_SWITCHES(SPECIAL_SWITCH_REDIRECT)
-#undef SPECIAL_SWITCH_REDIRECT
-        {kCenPlt2PuSetKeyValueReq, SPECIAL_KEY_BATTERY_WORK_MODE,
-         "special register key value " SPECIAL_KEY_BATTERY_WORK_MODE " error\n"},
+    {kCenPlt2PuSetSwitchEnableReq, SPECIAL_TEXT_OF(SPECIAL_SWITCH_FLOW),
+     "special register switch type error\n"},
+    {kCenPlt2PuSetSwitchEnableReq, SPECIAL_TEXT_OF(SPECIAL_SWITCH_CHIME_INDICATOR),
+     "special register 611 switch type error\n"},
+    {kCenPlt2PuSetSwitchEnableReq, SPECIAL_TEXT_OF(SPECIAL_SWITCH_LINGER_ALARM),
+     "special register 613 switch type error\n"},
+    {kCenPlt2PuSetSwitchEnableReq, SPECIAL_TEXT_OF(SPECIAL_SWITCH_FACE_RECG),
+     "special register 614 switch type error\n"},
+    {kCenPlt2PuSetSwitchEnableReq, SPECIAL_TEXT_OF(SPECIAL_SWITCH_DISTORTION),
+     "special register 617 switch type error\n"},
+    {kCenPlt2PuSetKeyValueReq, SPECIAL_KEY_BATTERY_WORK_MODE,
+     "special register key value " SPECIAL_KEY_BATTERY_WORK_MODE " error\n"},
     {kCenPlt2PuSetKeyValueReq, SPECIAL_KEY_RING_TYPE, "special register key value CustomRing error\n"},
     {kCenPlt2PuSetKeyValueReq, SPECIAL_KEY_NETWORK_MODE,
      "special register key value " SPECIAL_KEY_NETWORK_MODE " error\n"},

@@ -11,18 +11,13 @@
 #include "special_platform_keys.h"
 
 /* The platform numbers its switches; the application sees the module's own enum. */
-static const struct {
-    int platform;
-    NOLTDEVSDK_SPECIAL_SWITCH_ENABLE_TYPE_E type;
-} kSwitchTypes[] = {
-#define SPECIAL_SWITCH_TYPE(code, Name, type, fail_log) {code, type},
-    SPECIAL_SWITCHES(SPECIAL_SWITCH_TYPE)
-#undef SPECIAL_SWITCH_TYPE
-};
+static const SpecialSwitch kSwitchTypes[] = {kSpecialSwitchFlow, kSpecialSwitchChimeIndicator,
+                                             kSpecialSwitchLingerAlarm, kSpecialSwitchFaceRecg,
+                                             kSpecialSwitchDistortion};
 
 static bool SwitchTypeFromPlatform(int platform, int *type) {
     for (size_t i = 0; i < sizeof kSwitchTypes / sizeof kSwitchTypes[0]; ++i) {
-        if (kSwitchTypes[i].platform == platform) {
+        if (kSwitchTypes[i].code == platform) {
             *type = kSwitchTypes[i].type;
             return true;
         }

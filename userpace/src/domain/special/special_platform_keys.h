@@ -1,27 +1,36 @@
 /* The platform's codes and key names the domain answers to, each written once: the
  * feature switches with their codes, the key-value setting names and the work-mode plan
- * type. The redirect keys, the handlers and the status items are all made from these. */
+ * type. The command table, the handlers and the status items all take them from here. */
 #ifndef SPECIAL_PLATFORM_KEYS_H
 #define SPECIAL_PLATFORM_KEYS_H
+
+#include "noltDevSDK_special_def.h"
 
 /* A macro's value as text ("17" from 17); the redirect keys are the codes as text. */
 #define SPECIAL_TEXT_OF(value) SPECIAL_TEXT_OF_(value)
 #define SPECIAL_TEXT_OF_(value) #value
 
-/* The platform's feature switches, in redirect order, one X(code, Name, type, log) each:
- * the platform's code, the name the status item's functions are made from, the module's
- * switch type (NOLTDEVSDK_SPECIAL_SWITCH_ENABLE_TYPE_E), and the line logged when the
- * switch's redirect key cannot be registered. */
-#define SPECIAL_SWITCHES(X)                                                                                  \
-    X(15, Flow, NOLTDEVSDK_SPECIAL_SWITCH_TYPE_FLOW_COUNT, "special register switch type error\n")           \
-    X(611, ChimeIndicator, NOLTDEVSDK_SPECIAL_SWITCH_TYPE_CHIME_INDICATOR_LIGHT,                             \
-      "special register 611 switch type error\n")                                                            \
-    X(613, LingerAlarm, NOLTDEVSDK_SPECIAL_SWITCH_TYPE_LINGER_ALARM,                                         \
-      "special register 613 switch type error\n")                                                            \
-    X(614, FaceRecg, NOLTDEVSDK_SPECIAL_SWITCH_TYPE_FACE_RECOGNITION,                                        \
-      "special register 614 switch type error\n")                                                            \
-    X(617, Distortion, NOLTDEVSDK_SPECIAL_SWITCH_TYPE_DISTORTION_CORRECTION,                                 \
-      "special register 617 switch type error\n")
+/* The platform's feature switches: its code (the redirect key is the code as text) and
+ * the module's switch type the application sees. */
+struct SpecialSwitch {
+    int code;
+    NOLTDEVSDK_SPECIAL_SWITCH_ENABLE_TYPE_E type;
+};
+#define SPECIAL_SWITCH_FLOW 15
+#define SPECIAL_SWITCH_CHIME_INDICATOR 611
+#define SPECIAL_SWITCH_LINGER_ALARM 613
+#define SPECIAL_SWITCH_FACE_RECG 614
+#define SPECIAL_SWITCH_DISTORTION 617
+static constexpr SpecialSwitch kSpecialSwitchFlow = {SPECIAL_SWITCH_FLOW,
+                                                     NOLTDEVSDK_SPECIAL_SWITCH_TYPE_FLOW_COUNT};
+static constexpr SpecialSwitch kSpecialSwitchChimeIndicator = {
+    SPECIAL_SWITCH_CHIME_INDICATOR, NOLTDEVSDK_SPECIAL_SWITCH_TYPE_CHIME_INDICATOR_LIGHT};
+static constexpr SpecialSwitch kSpecialSwitchLingerAlarm = {SPECIAL_SWITCH_LINGER_ALARM,
+                                                            NOLTDEVSDK_SPECIAL_SWITCH_TYPE_LINGER_ALARM};
+static constexpr SpecialSwitch kSpecialSwitchFaceRecg = {SPECIAL_SWITCH_FACE_RECG,
+                                                         NOLTDEVSDK_SPECIAL_SWITCH_TYPE_FACE_RECOGNITION};
+static constexpr SpecialSwitch kSpecialSwitchDistortion = {
+    SPECIAL_SWITCH_DISTORTION, NOLTDEVSDK_SPECIAL_SWITCH_TYPE_DISTORTION_CORRECTION};
 
 /* Names of the key-value settings (the "Type" of a set-key-value command and of the
  * matching status item); case-sensitive. */

@@ -94,13 +94,26 @@ static int TrusteeshipReport(const SpecialStatusItem &item) {
     return SpecialStatusSend(doc, item.cmd, GetNextSeqNum());
 }
 
-static const SpecialStatusHooks kTrusteeshipHooks = {TrusteeshipDetect, TrusteeshipReport, NULL};
-static const SpecialStatusItem kTrusteeship = SPECIAL_STATUS_ITEM_OF(
+static const SpecialStatusItem kTrusteeship = {
     SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, g_trusteeship, 0, LOG_ERROR, NULL),
-    kPu2CenPltReportTrusteeshipReq, NULL, kSpecialReportUsual, NULL);
+    kPu2CenPltReportTrusteeshipReq,
+    NULL,
+    kSpecialReportUsual,
+    NULL,
+    NULL,
+    0};
 
-SPECIAL_DESCRIBED_TRIO(noltDevSDK_Trusteeship, SpecialTrusteeshipIsChanged, SpecialReportTrusteeship,
-                       SpecialTrusteeshipReset, kTrusteeship, NULL, kTrusteeshipHooks)
+int SpecialTrusteeshipIsChanged(void) {
+    return TrusteeshipDetect(kTrusteeship);
+}
+
+int SpecialReportTrusteeship(int) {
+    return TrusteeshipReport(kTrusteeship);
+}
+
+int SpecialTrusteeshipReset(void) {
+    return SpecialStatusReset(kTrusteeship.watch);
+}
 
 int ReportTrusteeship_Immediately(void) {
     if (!SpecialAppHasRuntimeInfo("get_runtime_info, has not been registered!\n")) {
@@ -204,15 +217,27 @@ static int TrusteeshipConnectReport(const SpecialStatusItem &item) {
     return SpecialStatusSend(doc, item.cmd, GetNextSeqNum());
 }
 
-static const SpecialStatusHooks kConnectHooks = {TrusteeshipConnectDetect, TrusteeshipConnectReport, NULL};
-static const SpecialStatusItem kConnect =
-    SPECIAL_STATUS_ITEM_OF(SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP_CONNECT,
-                                                g_trusteeship_connect, 1, LOG_ERROR, NULL),
-                           kPu2CenPltReportConnStatusReq, NULL, kSpecialReportUsual, NULL);
+static const SpecialStatusItem kConnect = {SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP_CONNECT,
+                                                                g_trusteeship_connect, 1, LOG_ERROR, NULL),
+                                           kPu2CenPltReportConnStatusReq,
+                                           NULL,
+                                           kSpecialReportUsual,
+                                           NULL,
+                                           NULL,
+                                           0};
 static const SpecialResetAtLoad g_connect_load(kConnect.watch);
 
-SPECIAL_DESCRIBED_TRIO(ConnectList, SpecialTrusteeshipConnectIsChanged, SpecialReportTrusteeshipConnect,
-                       SpecialTrusteeshipConnectReset, kConnect, NULL, kConnectHooks)
+int SpecialTrusteeshipConnectIsChanged(void) {
+    return TrusteeshipConnectDetect(kConnect);
+}
+
+int SpecialReportTrusteeshipConnect(int) {
+    return TrusteeshipConnectReport(kConnect);
+}
+
+int SpecialTrusteeshipConnectReset(void) {
+    return SpecialStatusReset(kConnect.watch);
+}
 
 /* ---- power status ----------------------------------------------------------------------- */
 
@@ -256,14 +281,27 @@ static bool PowerStatusBody(CMarkupSTL *doc, const void *, int *) {
     return true;
 }
 
-static const SpecialStatusHooks kPowerHooks = {PowerStatusDetect, NULL, NULL};
-static const SpecialStatusItem kPower = SPECIAL_STATUS_ITEM_OF(
+static const SpecialStatusItem kPower = {
     SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_POWERSTATUS, g_power_status, 1, LOG_ERROR, NULL),
-    kPu2CenPltReportPowerStatusReq, PowerStatusBody, kSpecialReportUsual, NULL);
+    kPu2CenPltReportPowerStatusReq,
+    PowerStatusBody,
+    kSpecialReportUsual,
+    NULL,
+    NULL,
+    0};
 static const SpecialResetAtLoad g_power_load(kPower.watch);
 
-SPECIAL_DESCRIBED_TRIO(PowerList, SpecialPowerStatusIsChanged, SpecialReportPowerStatus,
-                       SpecialPowerStatusReset, kPower, NULL, kPowerHooks)
+int SpecialPowerStatusIsChanged(void) {
+    return PowerStatusDetect(kPower);
+}
+
+int SpecialReportPowerStatus(int) {
+    return SpecialStatusReportItem(kPower);
+}
+
+int SpecialPowerStatusReset(void) {
+    return SpecialStatusReset(kPower.watch);
+}
 
 /* ---- associated device connection: a JSON "Value" -------------------------------------- */
 
@@ -296,12 +334,25 @@ static bool AssociatedBody(CMarkupSTL *doc, const void *, int *result) {
     return true;
 }
 
-static const SpecialStatusItem kAssociated =
-    SPECIAL_STATUS_ITEM_OF(SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_ASSOCIATED_DEVICE_CONN_STATUS,
-                                                g_associated_device_conn_status, 1, LOG_ERROR, NULL),
-                           kPu2CenPltReportKeyValueReq, AssociatedBody, kSpecialReportUsual, NULL);
+static const SpecialStatusItem kAssociated = {
+    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_ASSOCIATED_DEVICE_CONN_STATUS,
+                         g_associated_device_conn_status, 1, LOG_ERROR, NULL),
+    kPu2CenPltReportKeyValueReq,
+    AssociatedBody,
+    kSpecialReportUsual,
+    NULL,
+    NULL,
+    0};
 
-SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_associated_device_conn_status,
-                       SpecialAssociatedDeviceConnStatusIsChanged, SpecialReportAssociatedDeviceConnStatus,
-                       SpecialAssociatedDeviceConnStatusReset, kAssociated, TidyAssociated,
-                       kSpecialCommonHooks)
+int SpecialAssociatedDeviceConnStatusIsChanged(void) {
+    return SpecialStatusDetect<noltDevSDK_special_associated_device_conn_status>(kAssociated.watch,
+                                                                                 TidyAssociated);
+}
+
+int SpecialReportAssociatedDeviceConnStatus(int) {
+    return SpecialStatusReportItem(kAssociated);
+}
+
+int SpecialAssociatedDeviceConnStatusReset(void) {
+    return SpecialStatusReset(kAssociated.watch);
+}

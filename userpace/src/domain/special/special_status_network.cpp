@@ -82,16 +82,27 @@ static int MappedPortReset(const SpecialStatusItem &item) {
     return SpecialStatusReset(item.watch);
 }
 
-static const SpecialStatusHooks kMappedHooks = {NULL, MappedPortReport, MappedPortReset};
-static const SpecialStatusItem kMapped =
-    SPECIAL_STATUS_ITEM_OF(SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_VODDNS_MAPPED_PORT,
-                                                g_voddns_local_mapped_infos, 0, LOG_ERROR, NULL),
-                           kPu2CenPltReportPortInfoReq, MappedPortBody, kSpecialReportSerial,
-                           "SpecialReportVoddnsLocalMappedPort\n");
+static const SpecialStatusItem kMapped = {SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_VODDNS_MAPPED_PORT,
+                                                               g_voddns_local_mapped_infos, 0, LOG_ERROR,
+                                                               NULL),
+                                          kPu2CenPltReportPortInfoReq,
+                                          MappedPortBody,
+                                          kSpecialReportSerial,
+                                          "SpecialReportVoddnsLocalMappedPort\n",
+                                          NULL,
+                                          0};
 
-SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_voddns_local_mapped_infos, SpecialVoddnsLocalMappedInfosIsChanged,
-                       SpecialReportVoddnsLocalMappedPort, SpecialVoddnsLocalMappedInfosReset, kMapped,
-                       TidyMapped, kMappedHooks)
+int SpecialVoddnsLocalMappedInfosIsChanged(void) {
+    return SpecialStatusDetect<noltDevSDK_special_voddns_local_mapped_infos>(kMapped.watch, TidyMapped);
+}
+
+int SpecialReportVoddnsLocalMappedPort(int) {
+    return MappedPortReport(kMapped);
+}
+
+int SpecialVoddnsLocalMappedInfosReset(void) {
+    return MappedPortReset(kMapped);
+}
 
 /* ---- 4G information ------------------------------------------------------------------------ */
 
@@ -149,10 +160,23 @@ static int Dev4GReport(const SpecialStatusItem &item) {
     return result;
 }
 
-static const SpecialStatusHooks k4GHooks = {Dev4GDetect, Dev4GReport, NULL};
-static const SpecialStatusItem k4G = SPECIAL_STATUS_ITEM_OF(
+static const SpecialStatusItem k4G = {
     SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_4G_INFO, g_st4GInfo, 0, LOG_ERROR, NULL),
-    kPu2CenPltReportKeyValueReq, Dev4GBody, kSpecialReportSerial, NULL);
+    kPu2CenPltReportKeyValueReq,
+    Dev4GBody,
+    kSpecialReportSerial,
+    NULL,
+    NULL,
+    0};
 
-SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_4G_Info_S, SpecialDev4GInfoIsChanged, SpecialDev4GInfoReport,
-                       SpecialDev4GInfoReset, k4G, NULL, k4GHooks)
+int SpecialDev4GInfoIsChanged(void) {
+    return Dev4GDetect(k4G);
+}
+
+int SpecialDev4GInfoReport(int) {
+    return Dev4GReport(k4G);
+}
+
+int SpecialDev4GInfoReset(void) {
+    return SpecialStatusReset(k4G.watch);
+}

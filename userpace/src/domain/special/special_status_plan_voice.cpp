@@ -20,10 +20,15 @@ static noltDevSDK_special_custom_voice_infos g_custom_voice_infos;
 
 static bool PlanBody(CMarkupSTL *doc, const void *, int *);
 /* the plan report carries no "DevSerial" */
-static const SpecialStatusItem kPlan = SPECIAL_STATUS_ITEM_OF(
-    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN, g_battery_work_mode_plan, 3, LOG_DEBUG,
-                         "special work mode plan IsChanged\n"),
-    kPu2CenPltReportDevicePlanReq, PlanBody, kSpecialReportSequenced, "start to report Work Mode plan\n");
+static const SpecialStatusItem kPlan = {SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN,
+                                                             g_battery_work_mode_plan, 3, LOG_DEBUG,
+                                                             "special work mode plan IsChanged\n"),
+                                        kPu2CenPltReportDevicePlanReq,
+                                        PlanBody,
+                                        kSpecialReportSequenced,
+                                        "start to report Work Mode plan\n",
+                                        NULL,
+                                        0};
 
 static bool SegmentIsSet(const noltDevSDK_special_work_mode_time_segment &segment) {
     return segment.begin != 0 || segment.end != 0;
@@ -82,17 +87,30 @@ static bool PlanBody(CMarkupSTL *doc, const void *, int *) {
     return true;
 }
 
-SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_plan, SpecialBatteryWorkModePlanIsChanged,
-                       SpecialReportBatteryWorkModePlan, SpecialBatteryWorkModePlanReset, kPlan, NULL,
-                       kSpecialCommonHooks)
+int SpecialBatteryWorkModePlanIsChanged(void) {
+    return SpecialStatusDetect<noltDevSDK_special_plan>(kPlan.watch);
+}
+
+int SpecialReportBatteryWorkModePlan(int) {
+    return SpecialStatusReportItem(kPlan);
+}
+
+int SpecialBatteryWorkModePlanReset(void) {
+    return SpecialStatusReset(kPlan.watch);
+}
 
 /* ---- custom voices: a JSON array under the key-value report ----------------------------- */
 
 static bool CustomVoiceBody(CMarkupSTL *doc, const void *, int *result);
-static const SpecialStatusItem kCustomVoice = SPECIAL_STATUS_ITEM_OF(
+static const SpecialStatusItem kCustomVoice = {
     SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_CUSTOM_VOICE_INFOS, g_custom_voice_infos, 1, LOG_ERROR,
                          "custom voice status is changed\n"),
-    kPu2CenPltReportKeyValueReq, CustomVoiceBody, kSpecialReportUsual, NULL);
+    kPu2CenPltReportKeyValueReq,
+    CustomVoiceBody,
+    kSpecialReportUsual,
+    NULL,
+    NULL,
+    0};
 
 static const SpecialResetAtLoad g_custom_voice_load(kCustomVoice.watch);
 
@@ -135,6 +153,14 @@ static bool CustomVoiceBody(CMarkupSTL *doc, const void *, int *result) {
     return true;
 }
 
-SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_custom_voice_infos, SpecialCustomVoiceIsChanged,
-                       SpecialReportCustomVoice, SpecialCustomVoiceReset, kCustomVoice, TidyCustomVoices,
-                       kSpecialCommonHooks)
+int SpecialCustomVoiceIsChanged(void) {
+    return SpecialStatusDetect<noltDevSDK_special_custom_voice_infos>(kCustomVoice.watch, TidyCustomVoices);
+}
+
+int SpecialReportCustomVoice(int) {
+    return SpecialStatusReportItem(kCustomVoice);
+}
+
+int SpecialCustomVoiceReset(void) {
+    return SpecialStatusReset(kCustomVoice.watch);
+}

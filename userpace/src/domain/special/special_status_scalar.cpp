@@ -51,25 +51,66 @@ static const SpecialStatusItem kOneClickMute = KEY_VALUE_ITEM(
     NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_ONE_CLICK_MUTE, noltDevSDK_special_one_click_mute, enable,
     g_one_click_mute.enable, "one click mute is changed\n", SPECIAL_KEY_ONE_CLICK_MUTE);
 
-SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_key_value, SpecialICRIsChanged, SpecialReportKeyValue,
-                       SpecialKeyValueReset, kICR, NULL, kSpecialCommonHooks)
+int SpecialICRIsChanged(void) {
+    return SpecialStatusDetect<noltDevSDK_special_key_value>(kICR.watch);
+}
+
+int SpecialReportKeyValue(int) {
+    return SpecialStatusReportItem(kICR);
+}
+
+int SpecialKeyValueReset(void) {
+    return SpecialStatusReset(kICR.watch);
+}
 
 /* only the enable value is watched; the time and serials the application fills are not */
-SPECIAL_DESCRIBED_TRIO(noltDevSDK_linkage_mode_status, SpecialLinkageModeStatusIsChanged,
-                       SpecialReportLinkageModeStatus, SpecialLinkageModeStatusReset, kLinkage, NULL,
-                       kSpecialCommonHooks)
+int SpecialLinkageModeStatusIsChanged(void) {
+    return SpecialStatusDetect<noltDevSDK_linkage_mode_status>(kLinkage.watch);
+}
 
-SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_battery_work_mode, SpecialBatteryWorkModeIsChanged,
-                       SpecialReportBatteryWorkMode, SpecialBatteryWorkModeReset, kWorkMode, NULL,
-                       kSpecialCommonHooks)
+int SpecialReportLinkageModeStatus(int) {
+    return SpecialStatusReportItem(kLinkage);
+}
 
-SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_net_work_mode, SpecialNetWorkModeIsChanged,
-                       SpecialReportNetWorkMode, SpecialNetWorkModeReset, kNetWorkMode, NULL,
-                       kSpecialCommonHooks)
+int SpecialLinkageModeStatusReset(void) {
+    return SpecialStatusReset(kLinkage.watch);
+}
 
-SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_one_click_mute, SpecialOneClickMuteIsChanged,
-                       SpecialReportOneClickMute, SpecialOneClickMuteReset, kOneClickMute, NULL,
-                       kSpecialCommonHooks)
+int SpecialBatteryWorkModeIsChanged(void) {
+    return SpecialStatusDetect<noltDevSDK_special_battery_work_mode>(kWorkMode.watch);
+}
+
+int SpecialReportBatteryWorkMode(int) {
+    return SpecialStatusReportItem(kWorkMode);
+}
+
+int SpecialBatteryWorkModeReset(void) {
+    return SpecialStatusReset(kWorkMode.watch);
+}
+
+int SpecialNetWorkModeIsChanged(void) {
+    return SpecialStatusDetect<noltDevSDK_special_net_work_mode>(kNetWorkMode.watch);
+}
+
+int SpecialReportNetWorkMode(int) {
+    return SpecialStatusReportItem(kNetWorkMode);
+}
+
+int SpecialNetWorkModeReset(void) {
+    return SpecialStatusReset(kNetWorkMode.watch);
+}
+
+int SpecialOneClickMuteIsChanged(void) {
+    return SpecialStatusDetect<noltDevSDK_special_one_click_mute>(kOneClickMute.watch);
+}
+
+int SpecialReportOneClickMute(int) {
+    return SpecialStatusReportItem(kOneClickMute);
+}
+
+int SpecialOneClickMuteReset(void) {
+    return SpecialStatusReset(kOneClickMute.watch);
+}
 
 /* ---- battery work status: a hand-made JSON text ------------------------------------- */
 
@@ -82,22 +123,40 @@ static bool WorkStatusBody(CMarkupSTL *doc, const void *, int *) {
     return true;
 }
 
-static const SpecialStatusItem kWorkStatus = SPECIAL_STATUS_ITEM_OF(
+static const SpecialStatusItem kWorkStatus = {
     SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS, g_battery_workstatus, 0, LOG_ERROR,
                          "work status is changed\n"),
-    kPu2CenPltReportKeyValueReq, WorkStatusBody, kSpecialReportUsual, NULL);
+    kPu2CenPltReportKeyValueReq,
+    WorkStatusBody,
+    kSpecialReportUsual,
+    NULL,
+    NULL,
+    0};
 
-SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_battery_workstatus, SpecialBatteryWorkStatusIsChanged,
-                       SpecialReportBateryWorkStatus, SpecialBateryWorkStatusReset, kWorkStatus, NULL,
-                       kSpecialCommonHooks)
+int SpecialBatteryWorkStatusIsChanged(void) {
+    return SpecialStatusDetect<noltDevSDK_special_battery_workstatus>(kWorkStatus.watch);
+}
+
+int SpecialReportBateryWorkStatus(int) {
+    return SpecialStatusReportItem(kWorkStatus);
+}
+
+int SpecialBateryWorkStatusReset(void) {
+    return SpecialStatusReset(kWorkStatus.watch);
+}
 
 /* ---- ring type: compact JSON ------------------------------------------------------------ */
 
 static bool RingTypeBody(CMarkupSTL *doc, const void *, int *result);
-static const SpecialStatusItem kRingType =
-    SPECIAL_STATUS_ITEM_OF(SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND, g_ring_type, 0,
-                                                LOG_ERROR, "ring type changed\n"),
-                           kPu2CenPltReportKeyValueReq, RingTypeBody, kSpecialReportUsual, NULL);
+static const SpecialStatusItem kRingType = {SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_RING_SOUND,
+                                                                 g_ring_type, 0, LOG_ERROR,
+                                                                 "ring type changed\n"),
+                                            kPu2CenPltReportKeyValueReq,
+                                            RingTypeBody,
+                                            kSpecialReportUsual,
+                                            NULL,
+                                            NULL,
+                                            0};
 
 static bool RingTypeBody(CMarkupSTL *doc, const void *, int *result) {
     const SpecialJsonMember members[] = {{"Type", NULL, g_ring_type.type},
@@ -109,8 +168,17 @@ static bool RingTypeBody(CMarkupSTL *doc, const void *, int *result) {
                                   "[SpecialReportRingType ]convert json to string faild\n", result);
 }
 
-SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_ring_type, SpecialRingTypeIsChanged, SpecialReportRingType,
-                       SpecialRingTypeReset, kRingType, NULL, kSpecialCommonHooks)
+int SpecialRingTypeIsChanged(void) {
+    return SpecialStatusDetect<noltDevSDK_special_ring_type>(kRingType.watch);
+}
+
+int SpecialReportRingType(int) {
+    return SpecialStatusReportItem(kRingType);
+}
+
+int SpecialRingTypeReset(void) {
+    return SpecialStatusReset(kRingType.watch);
+}
 
 /* ---- speaker configuration: each field watched and logged by itself ---------------------- */
 
@@ -158,14 +226,27 @@ static int SpeakerConfigReport(const SpecialStatusItem &item) {
 /* the whole record is the four ints, all -1 when not seen */
 static_assert(sizeof(noltDevSDK_special_speaker_config) == SPECIAL_COUNT_OF(kSpeakerFields) * sizeof(int),
               "the speaker configuration must be its four watched ints");
-static const SpecialStatusHooks kSpeakerHooks = {SpeakerConfigDetect, SpeakerConfigReport, NULL};
-static const SpecialStatusItem kSpeaker =
-    SPECIAL_STATUS_ITEM_OF(SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_SPEAKER_CONFIG,
-                                                g_speaker_config, 4, LOG_ERROR, NULL),
-                           kPu2CenPltReportKeyValueReq, SpeakerConfigBody, kSpecialReportUsual, NULL);
+static const SpecialStatusItem kSpeaker = {
+    SPECIAL_RECORD_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_SPEAKER_CONFIG, g_speaker_config, 4, LOG_ERROR,
+                         NULL),
+    kPu2CenPltReportKeyValueReq,
+    SpeakerConfigBody,
+    kSpecialReportUsual,
+    NULL,
+    NULL,
+    0};
 
-SPECIAL_DESCRIBED_TRIO(noltDevSDK_special_speaker_config, SpecialSpeakerConfigIsChanged,
-                       SpecialReportSpeakerConfig, SpecialSpeakerConfigReset, kSpeaker, NULL, kSpeakerHooks)
+int SpecialSpeakerConfigIsChanged(void) {
+    return SpeakerConfigDetect(kSpeaker);
+}
+
+int SpecialReportSpeakerConfig(int) {
+    return SpeakerConfigReport(kSpeaker);
+}
+
+int SpecialSpeakerConfigReset(void) {
+    return SpecialStatusReset(kSpeaker.watch);
+}
 
 /* ---- flow-counting configuration: read afresh, only when forced ---------------------- */
 
@@ -209,11 +290,20 @@ static int FlowCountConfigReport(const SpecialStatusItem &item) {
     return SpecialStatusReport(item.cmd, item.body, &cfg, item.flags);
 }
 
-static const SpecialStatusHooks kFlowCountHooks = {FlowCountConfigDetect, FlowCountConfigReport, NULL};
 /* nothing is watched or cached: the watch names only the record asked for */
-static const SpecialStatusItem kFlowCount = SPECIAL_STATUS_ITEM_OF(
-    SPECIAL_ASK_ONLY_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_FLOW_COUNTING_CFG), kPu2CenPltReportFlowCountConfigFReq,
-    FlowCountConfigBody, kSpecialReportUsual, NULL);
+static const SpecialStatusItem kFlowCount = {
+    SPECIAL_ASK_ONLY_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_FLOW_COUNTING_CFG),
+    kPu2CenPltReportFlowCountConfigFReq,
+    FlowCountConfigBody,
+    kSpecialReportUsual,
+    NULL,
+    NULL,
+    0};
 
-SPECIAL_DESCRIBED_FORCED(noltDevSDK_special_flow_counting_cfg, SpecialFlowCountConfigIsChanged,
-                         SpecialReportFlowCountConfig, kFlowCount, NULL, kFlowCountHooks)
+int SpecialFlowCountConfigIsChanged(void) {
+    return FlowCountConfigDetect(kFlowCount);
+}
+
+int SpecialReportFlowCountConfig(int) {
+    return FlowCountConfigReport(kFlowCount);
+}

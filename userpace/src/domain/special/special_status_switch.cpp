@@ -26,25 +26,88 @@ static bool SwitchBody(CMarkupSTL *doc, const void *ctx, int *) {
 /* Per switch: the enable value last seen (-1 until seen; the switches log no change line)
  * and the item over it; forced and change reports are the same message, and none is
  * sent without the application's get_runtime_info. */
-#define SPECIAL_SWITCH_ITEM(code, Name, type, fail_log)                                                      \
-    static int g_switch_##Name##_enable = -1;                                                                \
-    static const SpecialStatusItem kSwitch##Name = {                                                         \
-        SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SWITCH_ENABLE, type, SwitchRecord, enable,               \
-                          g_switch_##Name##_enable, NULL),                                                   \
-        kPu2CenPltReportDevSwitchEnableReq,                                                                  \
-        SwitchBody,                                                                                          \
-        kSpecialReportUsual | kSpecialReportNeedsApp,                                                        \
-        "SpecialReport " #Name " switchenable\n",                                                            \
-        NULL,                                                                                                \
-        code};
-SPECIAL_SWITCHES(SPECIAL_SWITCH_ITEM)
-#undef SPECIAL_SWITCH_ITEM
+static int g_switch_enable[5] = {-1, -1, -1, -1, -1};
 
-/* The trio of each switch: SpecialSwitchEnable<Name>IsChanged, SpecialReportSwitchEnable<Name>,
- * SpecialSwitchEnable<Name>Reset. */
-#define SPECIAL_SWITCH_TRIO(code, Name, type, fail_log)                                                      \
-    SPECIAL_DESCRIBED_TRIO(SwitchRecord, SpecialSwitchEnable##Name##IsChanged,                               \
-                           SpecialReportSwitchEnable##Name, SpecialSwitchEnable##Name##Reset, kSwitch##Name, \
-                           NULL, kSpecialCommonHooks)
-SPECIAL_SWITCHES(SPECIAL_SWITCH_TRIO)
-#undef SPECIAL_SWITCH_TRIO
+static const SpecialStatusItem kSwitchItems[] = {
+    {SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SWITCH_ENABLE, kSpecialSwitchFlow.type, SwitchRecord, enable,
+                       g_switch_enable[0], NULL),
+     kPu2CenPltReportDevSwitchEnableReq, SwitchBody, kSpecialReportUsual | kSpecialReportNeedsApp,
+     "SpecialReport Flow switchenable\n", NULL, kSpecialSwitchFlow.code},
+    {SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SWITCH_ENABLE, kSpecialSwitchLingerAlarm.type, SwitchRecord,
+                       enable, g_switch_enable[1], NULL),
+     kPu2CenPltReportDevSwitchEnableReq, SwitchBody, kSpecialReportUsual | kSpecialReportNeedsApp,
+     "SpecialReport LingerAlarm switchenable\n", NULL, kSpecialSwitchLingerAlarm.code},
+    {SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SWITCH_ENABLE, kSpecialSwitchFaceRecg.type, SwitchRecord,
+                       enable, g_switch_enable[2], NULL),
+     kPu2CenPltReportDevSwitchEnableReq, SwitchBody, kSpecialReportUsual | kSpecialReportNeedsApp,
+     "SpecialReport FaceRecg switchenable\n", NULL, kSpecialSwitchFaceRecg.code},
+    {SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SWITCH_ENABLE, kSpecialSwitchChimeIndicator.type,
+                       SwitchRecord, enable, g_switch_enable[3], NULL),
+     kPu2CenPltReportDevSwitchEnableReq, SwitchBody, kSpecialReportUsual | kSpecialReportNeedsApp,
+     "SpecialReport ChimeIndicator switchenable\n", NULL, kSpecialSwitchChimeIndicator.code},
+    {SPECIAL_INT_WATCH(NOLTDEVSDK_SPECIAL_ON_GET_SWITCH_ENABLE, kSpecialSwitchDistortion.type, SwitchRecord,
+                       enable, g_switch_enable[4], NULL),
+     kPu2CenPltReportDevSwitchEnableReq, SwitchBody, kSpecialReportUsual | kSpecialReportNeedsApp,
+     "SpecialReport Distortion switchenable\n", NULL, kSpecialSwitchDistortion.code},
+};
+
+/* The common trio over one switch's item. */
+static int SwitchIsChanged(int index) {
+    return SpecialStatusDetect<SwitchRecord>(kSwitchItems[index].watch);
+}
+static int SwitchReport(int index) {
+    return SpecialStatusReportItem(kSwitchItems[index]);
+}
+static int SwitchReset(int index) {
+    return SpecialStatusReset(kSwitchItems[index].watch);
+}
+
+int SpecialSwitchEnableFlowIsChanged(void) {
+    return SwitchIsChanged(0);
+}
+int SpecialReportSwitchEnableFlow(int) {
+    return SwitchReport(0);
+}
+int SpecialSwitchEnableFlowReset(void) {
+    return SwitchReset(0);
+}
+
+int SpecialSwitchEnableLingerAlarmIsChanged(void) {
+    return SwitchIsChanged(1);
+}
+int SpecialReportSwitchEnableLingerAlarm(int) {
+    return SwitchReport(1);
+}
+int SpecialSwitchEnableLingerAlarmReset(void) {
+    return SwitchReset(1);
+}
+
+int SpecialSwitchEnableFaceRecgIsChanged(void) {
+    return SwitchIsChanged(2);
+}
+int SpecialReportSwitchEnableFaceRecg(int) {
+    return SwitchReport(2);
+}
+int SpecialSwitchEnableFaceRecgReset(void) {
+    return SwitchReset(2);
+}
+
+int SpecialSwitchEnableChimeIndicatorIsChanged(void) {
+    return SwitchIsChanged(3);
+}
+int SpecialReportSwitchEnableChimeIndicator(int) {
+    return SwitchReport(3);
+}
+int SpecialSwitchEnableChimeIndicatorReset(void) {
+    return SwitchReset(3);
+}
+
+int SpecialSwitchEnableDistortionIsChanged(void) {
+    return SwitchIsChanged(4);
+}
+int SpecialReportSwitchEnableDistortion(int) {
+    return SwitchReport(4);
+}
+int SpecialSwitchEnableDistortionReset(void) {
+    return SwitchReset(4);
+}
