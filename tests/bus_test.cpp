@@ -5,6 +5,7 @@
 #include "noltDevSDK_special_protocol.h"
 #include "noltdev_sdk_kernel_struct.h"
 #include "special_bus.h"
+#include "special_commands.h"
 #include "special_fixture.h"
 
 namespace special_test {

@@ -1,6 +1,5 @@
 /* The platform message bus: the publish record and the two send paths, the "Result"
- * element, the device sequence counter, value formatting, and the request/response
- * frame every platform handler runs in. */
+ * element, the device sequence counter and value formatting. */
 #ifndef SPECIAL_BUS_H
 #define SPECIAL_BUS_H
 
@@ -21,9 +20,6 @@
 #define SPECIAL_RESULT_REFUSED 4
 #define SPECIAL_RESULT_PLAN_FAIL 131
 #define SPECIAL_RESULT_APP_FAIL 0x101007
-
-/* A platform handler: reads the request (positioned inside its root), fills the answer. */
-typedef int (*special_handle_platform_req_and_rsp)(CMarkupSTL *req, CMarkupSTL *rsp);
 
 /* Fills the kernel's publish record around body (body_len bytes, the domain, command and
  * version) and hands it over; the kernel copies the body before it returns. 0 or
@@ -56,13 +52,5 @@ unsigned int GetNextSeqNum(void);
 char *FloatToChar(float value, char *buf);
 /* "%4d%02d%02d%02d%02d" of t in UTC into dst (13 bytes); returns dst, NULL for NULL. */
 char *ConvertCalendarEx(time_t t, char *dst);
-
-/* Parses the request, prepares and stamps, calls the handler and sends the answer. */
-int SpecialPlatformReqAndRspXmlBushandle(void *buf, int buf_len, int rsp_cmd, const char *cmd_version,
-                                         unsigned int msg_seq,
-                                         special_handle_platform_req_and_rsp handle_req_rsp,
-                                         char *child_dev_id);
-/* The platform's answer to the unbind request: logs the body and delivers it. */
-int UnbindUserReq_Bushandle(void *buf, int buf_len);
 
 #endif

@@ -1,5 +1,6 @@
-/* The domain inside the microkernel: loading the extension with its redirect keys, the
- * kernel's start, stop and event callbacks, and the router of incoming messages. */
+/* The domain inside the microkernel: loading the extension with the command table's
+ * redirect keys, the kernel's start, stop and event callbacks, and the router of incoming
+ * messages over the command table. */
 #include <stddef.h>
 #include <string.h>
 
@@ -10,52 +11,19 @@
 #include "special.h"
 #include "special_app.h"
 #include "special_bus.h"
-#include "special_capacity.h"
+#include "special_commands.h"
 #include "special_enum.h"
 #include "special_extern.h"
-#include "special_platform_keys.h"
-#include "special_routes.h"
 
-/* Generic platform commands whose body carries one of these type keys come to us. */
-static const struct {
-    int cmd;
-    const char *type;
-    const char *fail_log;
-} kSpecialRedirects[] = {
-    {kCenPlt2PuSetSwitchEnableReq, SPECIAL_TEXT_OF(SPECIAL_SWITCH_FLOW),
-     "special register switch type error\n"},
-    {kCenPlt2PuSetSwitchEnableReq, SPECIAL_TEXT_OF(SPECIAL_SWITCH_CHIME_INDICATOR),
-     "special register 611 switch type error\n"},
-    {kCenPlt2PuSetSwitchEnableReq, SPECIAL_TEXT_OF(SPECIAL_SWITCH_LINGER_ALARM),
-     "special register 613 switch type error\n"},
-    {kCenPlt2PuSetSwitchEnableReq, SPECIAL_TEXT_OF(SPECIAL_SWITCH_FACE_RECG),
-     "special register 614 switch type error\n"},
-    {kCenPlt2PuSetSwitchEnableReq, SPECIAL_TEXT_OF(SPECIAL_SWITCH_DISTORTION),
-     "special register 617 switch type error\n"},
-    {kCenPlt2PuSetKeyValueReq, SPECIAL_KEY_BATTERY_WORK_MODE,
-     "special register key value " SPECIAL_KEY_BATTERY_WORK_MODE " error\n"},
-    {kCenPlt2PuSetKeyValueReq, SPECIAL_KEY_RING_TYPE, "special register key value CustomRing error\n"},
-    {kCenPlt2PuSetKeyValueReq, SPECIAL_KEY_NETWORK_MODE,
-     "special register key value " SPECIAL_KEY_NETWORK_MODE " error\n"},
-    {kCenPlt2PuSetKeyValueReq, SPECIAL_KEY_ONE_CLICK_MUTE, "special register key value error\n"},
-    {kCenPlt2PuSetKeyValueReq, SPECIAL_KEY_SPEAKER_CONFIG, "special register key value error\n"},
-    {kCenPlt2PuSetDevPlanReq, SPECIAL_TEXT_OF(SPECIAL_PLAN_TYPE_WORK_MODE),
-     "special register dev plan error\n"},
-};
-
-/* Registers every redirect row; a failing row is logged and the next one still tried. */
-static void SpecialRegisterRedirects(void) {
+/* Registers one redirect key; a refused key is logged and the next one still tried. */
+static void SpecialRegisterRedirect(int cmd, const SpecialRedirect &redirect) {
     Common_redirect_pair pair;
     memset(&pair, 0, sizeof(pair));
     pair.domain_id = SPECIAL_DOMAIN_ID;
-    for (size_t i = 0; i < SPECIAL_COUNT_OF(kSpecialRedirects); ++i) {
-        pair.command_id = static_cast<NOLTDEV_SDK_UINT32>(kSpecialRedirects[i].cmd);
-        /* cleared first: no tail of a longer key survives into a shorter one */
-        memset(pair.type, 0, sizeof(pair.type));
-        strncpy(pair.type, kSpecialRedirects[i].type, sizeof(pair.type) - 1);
-        if (noltDevSDK_Common_Module_RedirectReg(&pair) != 0) {
-            noltdev_debug(LOG_ERROR, "%s", kSpecialRedirects[i].fail_log);
-        }
+    pair.command_id = static_cast<NOLTDEV_SDK_UINT32>(cmd);
+    strncpy(pair.type, redirect.key, sizeof(pair.type) - 1);
+    if (noltDevSDK_Common_Module_RedirectReg(&pair) != 0) {
+        noltdev_debug(LOG_ERROR, "%s", redirect.fail_log);
     }
 }
 
@@ -76,7 +44,7 @@ int special_extern_init(void) {
         noltdev_debug(LOG_ERROR, "microkernel load special doamin error\n");
         return rc;
     }
-    SpecialRegisterRedirects();
+    SpecialCommandRedirects(SpecialRegisterRedirect);
     noltdev_timer_init();
     return 0;
 }
@@ -147,14 +115,14 @@ void special_extend_data_route_cb(noltdev_sdk_kernel_submsg *msg, NOLTDEV_SDK_PT
         noltdev_debug(LOG_DEBUG, "preview: device sleep!\n");
         return;
     }
-    const special_route *route = SpecialRouteFind(msg->msg_command_id);
-    if (route == NULL) {
+    const special_command *command = SpecialCommandFind(msg->msg_command_id);
+    if (command == NULL) {
         SpecialPassRaw(msg);
-    } else if (route->handler != NULL) {
-        SpecialPlatformReqAndRspXmlBushandle(msg->buf, static_cast<int>(msg->buf_len), route->rsp_cmd,
-                                             SPECIAL_CMD_VERSION, msg->msg_seq, route->handler, NULL);
-    } else if (route->raw_handler != NULL) {
-        route->raw_handler(msg->buf, static_cast<int>(msg->buf_len));
+    } else if (command->handler != NULL) {
+        SpecialFrameRun(msg->buf, command->rsp_cmd, command->form, SPECIAL_CMD_VERSION, msg->msg_seq,
+                        command->handler, NULL);
+    } else if (command->raw_handler != NULL) {
+        command->raw_handler(msg->buf, static_cast<int>(msg->buf_len));
     } else {
         noltdev_debug(LOG_ERROR, "special recv ignore msg%d\n", msg->msg_command_id);
     }

@@ -1,52 +1,22 @@
-/* The request/response frame every platform handler runs in: parse the request, prepare
- * and stamp, call the handler, send the answer under the answer command. */
+/* The request/response frame (see special_frame.h). */
 #include <stddef.h>
 
-#include "consts.h"
 #include "log_ctrl.h"
 #include "noltdev_sdk_kernel_struct.h"
 #include "special_bus.h"
-
-/* Answers the handler builds whole: no skeleton, no parse check, no stamp. */
-static const int kHandlerBuiltRsp[] = {
-    kPu2CenPltAIMemberPicModelDataReportRsp,
-    kCenPlt2PuWakeRsp,
-    kCenPlt2PuDelTrusteeshipRsp,
-    kCenPlt2PuAIMemberPicSynRsp,
-    kCenPlt2PuAIMemberPicEditRsp,
-    kCenPlt2PuAIMemberPicDeleteRsp,
-    kCenPlt2PuAIMemberPicQueryRsp,
-    kCenPlt2PuProwlDriveOutRsp,
-};
-
-/* Of those, the answers whose text is JSON. */
-static const int kJsonRsp[] = {
-    kCenPlt2PuAIMemberPicSynRsp,
-    kCenPlt2PuAIMemberPicEditRsp,
-    kCenPlt2PuAIMemberPicDeleteRsp,
-    kCenPlt2PuAIMemberPicQueryRsp,
-};
-
-template <size_t N> static bool SpecialRspIn(const int (&group)[N], int rsp_cmd) {
-    for (size_t i = 0; i < N; ++i) {
-        if (group[i] == rsp_cmd) {
-            return true;
-        }
-    }
-    return false;
-}
+#include "special_frame.h"
 
 /* Sends the answer with the request's sequence number, so the platform pairs the two;
  * without an answer command nothing is sent. */
-static int SpecialSendAnswer(const CMarkupSTL &rsp, int rsp_cmd, const char *cmd_version,
-                             unsigned int msg_seq, char *child_dev_id) {
+static int SpecialSendAnswer(const CMarkupSTL &rsp, int rsp_cmd, SpecialAnswerForm form,
+                             const char *cmd_version, unsigned int msg_seq, char *child_dev_id) {
     if (rsp_cmd == 0) {
         /* the printed value is the answer command less one, i.e. always 0xffffffff here */
         noltdev_debug(LOG_DEBUG, "ThirdyPartyPlatformReqAndRspBushandle no rsp, cmd = %#x\n",
                       static_cast<unsigned int>(rsp_cmd) - 1u);
         return 0;
     }
-    if (SpecialRspIn(kJsonRsp, rsp_cmd)) {
+    if (form == kSpecialAnswerHandlerJson) {
         return special_send_json_to_platform(rsp.GetDoc().c_str(), rsp_cmd, cmd_version, 1, msg_seq);
     }
     return special_send_msg_to_platform(rsp, rsp_cmd, cmd_version, 1, msg_seq, child_dev_id);
@@ -62,21 +32,19 @@ static void SpecialStampSeq(CMarkupSTL &req, unsigned int msg_seq) {
     req.SetAttrib("MsgSeq", static_cast<int>(msg_seq));
 }
 
-int SpecialPlatformReqAndRspXmlBushandle(void *buf, int buf_len, int rsp_cmd, const char *cmd_version,
-                                         unsigned int msg_seq,
-                                         special_handle_platform_req_and_rsp handle_req_rsp,
-                                         char *child_dev_id) {
-    (void)buf_len; /* the kernel terminates the body; it is read as text */
+int SpecialFrameRun(void *buf, int rsp_cmd, SpecialAnswerForm form, const char *cmd_version,
+                    unsigned int msg_seq, special_handle_platform_req_and_rsp handle_req_rsp,
+                    char *child_dev_id) {
     CMarkupSTL req;
     CMarkupSTL rsp;
     bool parsed = req.SetDoc(buf != NULL ? static_cast<const char *>(buf) : "");
-    if (!SpecialRspIn(kHandlerBuiltRsp, rsp_cmd)) {
+    if (form == kSpecialAnswerSkeleton) {
         noltdev_xml_init_rsp(rsp);
         if (!parsed) {
             noltdev_debug(LOG_ERROR, "SpecialPlatformReqAndRspBushandle XML parse failed, cmd = %#x\n",
                           static_cast<unsigned int>(rsp_cmd) - 1u);
             special_set_result(&rsp, SPECIAL_RESULT_PARSE_FAIL);
-            return SpecialSendAnswer(rsp, rsp_cmd, cmd_version, msg_seq, child_dev_id);
+            return SpecialSendAnswer(rsp, rsp_cmd, form, cmd_version, msg_seq, child_dev_id);
         }
         SpecialStampSeq(req, msg_seq);
     }
@@ -86,5 +54,5 @@ int SpecialPlatformReqAndRspXmlBushandle(void *buf, int buf_len, int rsp_cmd, co
     if (handle_req_rsp != NULL) {
         handle_req_rsp(&req, &rsp);
     }
-    return SpecialSendAnswer(rsp, rsp_cmd, cmd_version, msg_seq, child_dev_id);
+    return SpecialSendAnswer(rsp, rsp_cmd, form, cmd_version, msg_seq, child_dev_id);
 }

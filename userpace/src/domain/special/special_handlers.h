@@ -1,4 +1,4 @@
-/* The platform request handlers, one per command the router knows (special_routes.cpp).
+/* The platform request handlers, one per command of the command table (special_commands.cpp).
  * Each reads the request (positioned inside its root) and fills the answer; they run on
  * the kernel's message thread, and the document pointers are the caller's. */
 #ifndef SPECIAL_HANDLERS_H
@@ -22,5 +22,7 @@ int SpecialSetDevPlanReq(CMarkupSTL *req, CMarkupSTL *rsp);
 /* the platform's answers to the device's own requests */
 int SpecialQueryVoddnsMappedPortRsp(CMarkupSTL *req, CMarkupSTL *rsp);
 int SpecialUnbindUserRsp(const char *text);
+/* The platform's answer to the unbind request, as the body came: logs it and delivers it. */
+int UnbindUserReq_Bushandle(void *buf, int buf_len);
 
 #endif
