@@ -32,7 +32,7 @@ set(NOLTDEV_VERSION_SCRIPT ${PROJECT_BINARY_DIR}/noltDevSDK_special.map)
 file(CONFIGURE OUTPUT ${NOLTDEV_VERSION_SCRIPT} CONTENT
   "/* generated from noltDevSDK_special_def.h: the module exports these and nothing else */\n{\n  global:\n    ${NOLTDEV_API_SCRIPT_LINES};\n  local:\n    *;\n};\n")
 
-file(GLOB NOLTDEV_MODULE_SOURCES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/userpace/src/domain/special/*.cpp)
+file(GLOB_RECURSE NOLTDEV_MODULE_SOURCES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/userpace/src/domain/special/*.cpp)
 add_library(noltDevSDK_special_objects OBJECT ${NOLTDEV_MODULE_SOURCES})
 set_target_properties(noltDevSDK_special_objects PROPERTIES
   CXX_STANDARD 11 CXX_STANDARD_REQUIRED ON CXX_EXTENSIONS OFF

@@ -1,8 +1,8 @@
 // Start-up and shut-down of the module: the init flag, the stored callbacks and the
 // domain's registration with the kernel.
+#include "app/special_app.h"
 #include "noltDevSDK_report_status.h"
 #include "noltdev_sdk_kernel_error.h"
-#include "special_app.h"
 #include "special_fixture.h"
 
 namespace special_test {

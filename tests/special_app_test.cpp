@@ -3,8 +3,8 @@
 // capacities the module derives from the records, against the platform's numbers.
 #include <cstdlib>
 
-#include "special_app.h"
-#include "special_capacity.h"
+#include "app/special_app.h"
+#include "app/special_capacity.h"
 #include "special_fixture.h"
 
 namespace special_test {

@@ -1,15 +1,16 @@
 /* Module lifecycle (init, fini) and the operations the application starts. */
 #include <string.h>
 
+#include "app/special_app.h"
+#include "app/special_enum.h"
+#include "app/special_layout.h"
+#include "bus/special_bus.h"
+#include "handlers/special_requests.h"
+#include "kernel/special_extern.h"
 #include "log_ctrl.h"
 #include "noltDevSDK_report_status.h"
-#include "special.h"
-#include "special_app.h"
-#include "special_bus.h"
-#include "special_enum.h"
-#include "special_extern.h"
-#include "special_layout.h"
-#include "special_shadow.h"
+#include "shadow/special_shadow.h"
+#include "status/special_status_registry.h"
 
 int noltDevSDK_special_init(noltDevSDK_special_init_info *info) {
     if (SpecialAppInited()) {

@@ -6,13 +6,13 @@
 #include <stdio.h>
 #include <string.h>
 
+#include "app/special_app.h"
+#include "bus/special_bus.h"
+#include "bus/special_json.h"
 #include "consts.h"
 #include "log_ctrl.h"
+#include "noltDevSDK_special_def.h"
 #include "noltdev_sdk_kernel_struct.h"
-#include "special.h"
-#include "special_app.h"
-#include "special_bus.h"
-#include "special_json.h"
 
 const char g_special_status_version[] = SPECIAL_CMD_VERSION;
 

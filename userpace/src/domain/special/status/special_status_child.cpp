@@ -4,16 +4,16 @@
 #include <stdio.h>
 #include <string.h>
 
+#include "app/special_app.h"
+#include "bus/special_bus.h"
+#include "bus/special_clock.h"
 #include "consts.h"
 #include "log_ctrl.h"
 #include "noltDevSDK_special_def.h"
 #include "noltdev_sdk_kernel_struct.h"
-#include "special.h"
-#include "special_app.h"
-#include "special_bus.h"
-#include "special_clock.h"
 #include "special_status.h"
 #include "special_status_item.h"
+#include "special_status_registry.h"
 
 /* The module offers the application room for this many child devices. */
 static const int kChildren = 8;

@@ -6,15 +6,15 @@
 
 #include <string>
 
+#include "app/special_app.h"
+#include "app/special_capacity.h"
+#include "bus/special_bus.h"
+#include "bus/special_platform_keys.h"
 #include "log_ctrl.h"
+#include "noltDevSDK_special_def.h"
 #include "noltdev_sdk_kernel_struct.h"
-#include "special.h"
-#include "special_app.h"
-#include "special_bus.h"
-#include "special_capacity.h"
 #include "special_handler_util.h"
 #include "special_handlers.h"
-#include "special_platform_keys.h"
 
 /* Fills one segment from a "Plan" element (the main element). */
 static void ReadSegment(const CMarkupSTL *req, noltDevSDK_special_work_mode_time_segment *segment) {

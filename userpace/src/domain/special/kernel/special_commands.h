@@ -4,7 +4,7 @@
 #ifndef SPECIAL_COMMANDS_H
 #define SPECIAL_COMMANDS_H
 
-#include "special_frame.h"
+#include "bus/special_frame.h"
 
 /* A handler that takes the raw body, without the request/response frame. */
 typedef int (*special_handle_platform_raw)(void *buf, int buf_len);

@@ -2,11 +2,10 @@
  * switch, reported with the platform's switch code. */
 #include <stddef.h>
 
+#include "bus/special_platform_keys.h"
 #include "consts.h"
 #include "log_ctrl.h"
 #include "noltDevSDK_special_def.h"
-#include "special.h"
-#include "special_platform_keys.h"
 #include "special_status.h"
 #include "special_status_item.h"
 

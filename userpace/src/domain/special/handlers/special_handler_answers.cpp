@@ -4,12 +4,12 @@
 
 #include <string>
 
+#include "app/special_app.h"
+#include "app/special_capacity.h"
 #include "bscJSON.h"
+#include "bus/special_bus.h"
 #include "log_ctrl.h"
-#include "special.h"
-#include "special_app.h"
-#include "special_bus.h"
-#include "special_capacity.h"
+#include "noltDevSDK_special_def.h"
 #include "special_handler_util.h"
 #include "special_handlers.h"
 

@@ -4,15 +4,15 @@
 
 #include <string>
 
+#include "app/special_app.h"
 #include "bscJSON.h"
+#include "bus/special_bus.h"
+#include "bus/special_json.h"
 #include "log_ctrl.h"
+#include "noltDevSDK_special_def.h"
 #include "noltdev_sdk_kernel_struct.h"
-#include "special.h"
-#include "special_app.h"
-#include "special_bus.h"
 #include "special_handler_util.h"
 #include "special_handlers.h"
-#include "special_json.h"
 
 int SpecialSetLinkageModeStatusReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp;

@@ -3,11 +3,11 @@
  * order (all but the associated-device item, which stays registered). */
 #include <string.h>
 
+#include "app/special_capacity.h"
 #include "noltDevSDK_report_status.h"
 #include "noltDevSDK_special_protocol.h"
-#include "special.h"
-#include "special_capacity.h"
 #include "special_status.h"
+#include "special_status_registry.h"
 
 namespace {
 struct StatusItem {

@@ -6,8 +6,8 @@
 
 #include <stddef.h>
 
+#include "app/special_capacity.h"
 #include "log_ctrl.h"
-#include "special_capacity.h"
 
 /* How a change detector watches one item. */
 struct SpecialWatch {

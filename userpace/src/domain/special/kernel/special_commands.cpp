@@ -3,10 +3,10 @@
 
 #include <stddef.h>
 
+#include "app/special_capacity.h"
+#include "bus/special_platform_keys.h"
 #include "consts.h"
-#include "special_capacity.h"
-#include "special_handlers.h"
-#include "special_platform_keys.h"
+#include "handlers/special_handlers.h"
 
 /* Generic commands whose body carries one of these type keys come to this domain. */
 static const SpecialRedirect kSwitchKeys[] = {

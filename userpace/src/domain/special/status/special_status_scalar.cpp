@@ -5,12 +5,11 @@
 #include <stdio.h>
 #include <string.h>
 
+#include "bus/special_bus.h"
+#include "bus/special_platform_keys.h"
 #include "consts.h"
 #include "log_ctrl.h"
 #include "noltDevSDK_special_def.h"
-#include "special.h"
-#include "special_bus.h"
-#include "special_platform_keys.h"
 #include "special_status.h"
 #include "special_status_item.h"
 

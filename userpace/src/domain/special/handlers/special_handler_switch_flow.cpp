@@ -2,13 +2,13 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include "app/special_app.h"
+#include "bus/special_bus.h"
+#include "bus/special_platform_keys.h"
 #include "log_ctrl.h"
-#include "special.h"
-#include "special_app.h"
-#include "special_bus.h"
+#include "noltDevSDK_special_def.h"
 #include "special_handler_util.h"
 #include "special_handlers.h"
-#include "special_platform_keys.h"
 
 /* The platform numbers its switches; the application sees the module's own enum. */
 static const SpecialSwitch kSwitchTypes[] = {kSpecialSwitchFlow, kSpecialSwitchChimeIndicator,

@@ -6,14 +6,14 @@
 
 #include <string>
 
+#include "app/special_app.h"
 #include "bscJSON.h"
+#include "bus/special_bus.h"
+#include "bus/special_platform_keys.h"
 #include "log_ctrl.h"
-#include "special.h"
-#include "special_app.h"
-#include "special_bus.h"
+#include "noltDevSDK_special_def.h"
 #include "special_handler_util.h"
 #include "special_handlers.h"
-#include "special_platform_keys.h"
 
 namespace {
 

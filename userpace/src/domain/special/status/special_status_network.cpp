@@ -5,13 +5,12 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include "app/special_app.h"
+#include "bus/special_clock.h"
 #include "consts.h"
 #include "log_ctrl.h"
 #include "noltDevSDK_special_def.h"
 #include "noltdev_sdk_kernel_struct.h"
-#include "special.h"
-#include "special_app.h"
-#include "special_clock.h"
 #include "special_status.h"
 #include "special_status_item.h"
 

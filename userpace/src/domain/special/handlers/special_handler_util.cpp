@@ -5,8 +5,8 @@
 
 #include <string>
 
+#include "bus/special_bus.h"
 #include "log_ctrl.h"
-#include "special_bus.h"
 
 void SpecialCopyText(char *dst, size_t size, const char *src) {
     if (dst == NULL || size == 0) {

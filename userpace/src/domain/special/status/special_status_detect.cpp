@@ -4,8 +4,8 @@
 
 #include <string.h>
 
+#include "app/special_app.h"
 #include "log_ctrl.h"
-#include "special_app.h"
 
 bool SpecialStatusAsk(int runtime_type, void *record, size_t size, int *verdict, int selector) {
     *verdict = 0;

@@ -7,13 +7,13 @@
 #include <stdlib.h>
 #include <string.h>
 
+#include "app/special_app.h"
+#include "app/special_enum.h"
 #include "bscJSON.h"
+#include "bus/special_bus.h"
+#include "bus/special_json.h"
 #include "log_ctrl.h"
-#include "special.h"
-#include "special_app.h"
-#include "special_bus.h"
-#include "special_enum.h"
-#include "special_json.h"
+#include "noltDevSDK_special_def.h"
 
 typedef noltDevSDK_Special_DelTrusteeship_S SpecialDelBlock;
 typedef noltDevSDK_Special_DelTrusteeship_Param_S SpecialDelUnit;

@@ -6,11 +6,11 @@
 
 #include <string>
 
+#include "bus/special_bus.h"
 #include "consts.h"
 #include "log_ctrl.h"
 #include "noltdev_sdk_kernel_struct.h"
-#include "special.h"
-#include "special_bus.h"
+#include "special_requests.h"
 
 /* A text field of a record, read no further than the field even when unterminated. */
 static std::string SpecialFieldText(const char *field, size_t size) {

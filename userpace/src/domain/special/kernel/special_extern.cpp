@@ -4,15 +4,15 @@
 #include <stddef.h>
 #include <string.h>
 
+#include "app/special_app.h"
+#include "app/special_enum.h"
+#include "bus/special_bus.h"
 #include "consts.h"
 #include "log_ctrl.h"
 #include "noltDevSDK_Common_Module_Def.h"
 #include "noltDevSDK_report_status.h"
-#include "special.h"
-#include "special_app.h"
-#include "special_bus.h"
+#include "noltDevSDK_special_def.h"
 #include "special_commands.h"
-#include "special_enum.h"
 #include "special_extern.h"
 
 /* Registers one redirect key; a refused key is logged and the next one still tried. */
