@@ -50,8 +50,7 @@ int Report(int) {
 TEST_F(LifecycleTest, FiniTwiceKeepsTheCallbacksAndCallsNothing) {
     EXPECT_EQ(noltDevSDK_special_fini(), 0);
     ASSERT_EQ(Init(), 0);
-    noltDevSDK_special_callback before = SpecialAppStored();
-    ASSERT_NE(before.recv_msg, nullptr);
+    ASSERT_TRUE(SpecialAppHasRecvMsg(nullptr));
     EXPECT_EQ(noltDevSDK_special_fini(), 0);
     EXPECT_FALSE(SpecialAppInited());
     // an item registered now survives the second fini, which would forget it
@@ -65,8 +64,8 @@ TEST_F(LifecycleTest, FiniTwiceKeepsTheCallbacksAndCallsNothing) {
     uint32_t ids[4];
     EXPECT_EQ(noltdev_host_report_registered(ids, 4), 1);
     EXPECT_TRUE(Logs().empty());
-    EXPECT_EQ(SpecialAppStored().recv_msg, before.recv_msg);
-    EXPECT_EQ(SpecialAppStored().get_runtime_info, before.get_runtime_info);
+    EXPECT_TRUE(SpecialAppHasRecvMsg(nullptr));
+    EXPECT_TRUE(SpecialAppHasRuntimeInfo(nullptr));
 }
 
 TEST_F(LifecycleTest, InitAfterFiniNeedsTheKernelToDropTheDomain) {

@@ -1,8 +1,6 @@
 /* The application port (see special_app.h): stored callbacks, init flag, the envelope. */
 #include "special_app.h"
 
-#include <string.h>
-
 #include "log_ctrl.h"
 
 static noltDevSDK_special_callback g_special_cb = {NULL, NULL};
@@ -13,10 +11,6 @@ void SpecialAppStore(const noltDevSDK_special_callback *cb) {
     g_special_cb.get_runtime_info = cb->get_runtime_info;
 }
 
-noltDevSDK_special_callback SpecialAppStored(void) {
-    return g_special_cb;
-}
-
 bool SpecialAppInited(void) {
     return g_special_inited;
 }
@@ -25,8 +19,9 @@ void SpecialAppSetInited(bool inited) {
     g_special_inited = inited;
 }
 
-/* The one log policy: a missing callback logs the caller's line, if it gave one. */
-static bool SpecialAppPresent(bool present, const char *missing_log) {
+/* The one log policy: a missing callback logs the caller's line, if it gave one. Kept out
+ * of line: both questions share it. */
+__attribute__((noinline)) static bool SpecialAppPresent(bool present, const char *missing_log) {
     if (!present && missing_log != NULL) {
         noltdev_debug(LOG_ERROR, "%s", missing_log);
     }
@@ -43,32 +38,27 @@ bool SpecialAppHasRuntimeInfo(const char *missing_log) {
 
 /* Both callbacks take the same envelope: a type, the record and its length. */
 template <class Envelope> static Envelope MakeEnvelope(int type, void *record, size_t len) {
-    Envelope envelope;
-    memset(&envelope, 0, sizeof envelope);
+    Envelope envelope = Envelope(); /* zero-filled without a call: it is made at every poll */
     envelope.type = type;
     envelope.data = record;
     envelope.len = static_cast<int>(len);
     return envelope;
 }
 
-SpecialAppAnswer SpecialAppRecvMsg(int type, void *record, size_t len, const char *missing_log) {
-    SpecialAppAnswer answer = {false, -1};
-    if (SpecialAppHasRecvMsg(missing_log)) {
-        noltDevSDK_special_msg_to_dev msg = MakeEnvelope<noltDevSDK_special_msg_to_dev>(type, record, len);
-        answer.called = true;
-        answer.rc = g_special_cb.recv_msg(&msg);
+int SpecialAppRecvMsg(int type, void *record, size_t len, const char *missing_log) {
+    if (!SpecialAppHasRecvMsg(missing_log)) {
+        return -1;
     }
-    return answer;
+    noltDevSDK_special_msg_to_dev msg = MakeEnvelope<noltDevSDK_special_msg_to_dev>(type, record, len);
+    return g_special_cb.recv_msg(&msg);
 }
 
-SpecialAppAnswer SpecialAppRuntimeInfo(int type, void **record, size_t len, const char *missing_log) {
-    SpecialAppAnswer answer = {false, -1};
-    if (SpecialAppHasRuntimeInfo(missing_log)) {
-        noltDevSDK_special_runtime_info info =
-            MakeEnvelope<noltDevSDK_special_runtime_info>(type, *record, len);
-        answer.called = true;
-        answer.rc = g_special_cb.get_runtime_info(&info);
-        *record = info.data;
+int SpecialAppRuntimeInfo(int type, void **record, size_t len, const char *missing_log) {
+    if (!SpecialAppHasRuntimeInfo(missing_log)) {
+        return -1;
     }
-    return answer;
+    noltDevSDK_special_runtime_info info = MakeEnvelope<noltDevSDK_special_runtime_info>(type, *record, len);
+    const int rc = g_special_cb.get_runtime_info(&info);
+    *record = info.data;
+    return rc;
 }

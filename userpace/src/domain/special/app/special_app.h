@@ -4,7 +4,8 @@
  * record, length). When a callback is missing nothing is called, the caller's line (if
  * any) is logged at the error level and the answer says so. Callable from any thread the
  * module runs on; the callbacks are stored by init on the control thread before the
- * kernel's threads can ask for them. */
+ * kernel's threads can ask for them. A call's result is the callback's, or -1 when the
+ * callback is missing; a caller that must tell the two apart asks SpecialAppHas* first. */
 #ifndef SPECIAL_APP_H
 #define SPECIAL_APP_H
 
@@ -15,16 +16,8 @@
 /* The line most callers log when the application gave no callback. */
 #define SPECIAL_APP_NO_CALLBACK "special domain cb is not init\n"
 
-/* What one call into the application gave. */
-struct SpecialAppAnswer {
-    bool called; /* false: the callback is missing and nothing was called */
-    int rc;      /* the callback's result; -1 when it was not called */
-};
-
 /* Copies both callback pointers into the module (either may be NULL). */
 void SpecialAppStore(const noltDevSDK_special_callback *cb);
-/* The stored callbacks, as a copy. */
-noltDevSDK_special_callback SpecialAppStored(void);
 
 /* Whether the module is initialised; plain state, used from the control thread. */
 bool SpecialAppInited(void);
@@ -35,11 +28,11 @@ bool SpecialAppHasRecvMsg(const char *missing_log);
 bool SpecialAppHasRuntimeInfo(const char *missing_log);
 
 /* Hands record (len bytes, owned by the caller) to recv_msg as a message of this type. */
-SpecialAppAnswer SpecialAppRecvMsg(int type, void *record, size_t len, const char *missing_log);
+int SpecialAppRecvMsg(int type, void *record, size_t len, const char *missing_log);
 
 /* Asks get_runtime_info for a record of this type: *record (len bytes, may be NULL with
  * len 0) goes in and whatever the application leaves there comes back, for the queries
  * where it hands over a block it allocated. */
-SpecialAppAnswer SpecialAppRuntimeInfo(int type, void **record, size_t len, const char *missing_log);
+int SpecialAppRuntimeInfo(int type, void **record, size_t len, const char *missing_log);
 
 #endif

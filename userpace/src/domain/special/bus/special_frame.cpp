@@ -37,22 +37,26 @@ int SpecialFrameRun(void *buf, int rsp_cmd, SpecialAnswerForm form, const char *
                     char *child_dev_id) {
     CMarkupSTL req;
     CMarkupSTL rsp;
-    bool parsed = req.SetDoc(buf != NULL ? static_cast<const char *>(buf) : "");
-    if (form == kSpecialAnswerSkeleton) {
+    bool handled = req.SetDoc(buf != NULL ? static_cast<const char *>(buf) : "");
+    if (form != kSpecialAnswerSkeleton) {
+        handled = true; /* the handler gets even an unparsable request */
+    } else {
         noltdev_xml_init_rsp(rsp);
-        if (!parsed) {
+        if (handled) {
+            SpecialStampSeq(req, msg_seq);
+        } else { /* the frame answers it: "Result" 3, and the handler is not called */
             noltdev_debug(LOG_ERROR, "SpecialPlatformReqAndRspBushandle XML parse failed, cmd = %#x\n",
                           static_cast<unsigned int>(rsp_cmd) - 1u);
             special_set_result(&rsp, SPECIAL_RESULT_PARSE_FAIL);
-            return SpecialSendAnswer(rsp, rsp_cmd, form, cmd_version, msg_seq, child_dev_id);
         }
-        SpecialStampSeq(req, msg_seq);
     }
-    if (SpecialLogWanted(LOG_INFO)) { /* printing the request only for a dropped line is waste */
-        noltdev_debug(LOG_INFO, "xml: %s\n", req.GetDoc().c_str());
-    }
-    if (handle_req_rsp != NULL) {
-        handle_req_rsp(&req, &rsp);
+    if (handled) {
+        if (SpecialLogWanted(LOG_INFO)) { /* printing the request only for a dropped line is waste */
+            noltdev_debug(LOG_INFO, "xml: %s\n", req.GetDoc().c_str());
+        }
+        if (handle_req_rsp != NULL) {
+            handle_req_rsp(&req, &rsp);
+        }
     }
     return SpecialSendAnswer(rsp, rsp_cmd, form, cmd_version, msg_seq, child_dev_id);
 }

@@ -65,15 +65,13 @@ int SpecialQueryVoddnsMappedPortRsp(CMarkupSTL *req, CMarkupSTL *rsp) {
         req->OutOfElem();
     }
     return SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_SET_VODDNS_MAPPED_PORT, &record, sizeof record,
-                             SPECIAL_APP_NO_CALLBACK)
-        .rc;
+                             SPECIAL_APP_NO_CALLBACK);
 }
 
 int SpecialUnbindUserRsp(const char *text) {
-    if (!SpecialAppHasRecvMsg(SPECIAL_APP_NO_CALLBACK)) {
+    if (!SpecialHandlerCanDeliver("SpecialUnbindUserRsp\n")) {
         return -1;
     }
-    noltdev_debug(LOG_DEBUG, "SpecialUnbindUserRsp\n");
     noltDevSDK_special_unbind_user record;
     memset(&record, 0, sizeof record);
     /* a text that is not JSON gives no tree and is delivered with result 0 */
@@ -82,9 +80,7 @@ int SpecialUnbindUserRsp(const char *text) {
     if (result != NULL) {
         record.result = result->valueint;
     }
-    int rc =
-        SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_UNBINDUSER, &record, sizeof record, SPECIAL_APP_NO_CALLBACK)
-            .rc;
+    int rc = SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_UNBINDUSER, &record, sizeof record, NULL);
     bscJSON_Delete(root);
     return rc;
 }

@@ -114,10 +114,9 @@ bool ReadJsonValue(const KeyValueSetting &setting, const char *text, KeyValueRec
 
 int SpecialSetKeyValueReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp; /* the frame answers with what it prepared */
-    if (!SpecialAppHasRecvMsg(SPECIAL_APP_NO_CALLBACK)) {
+    if (!SpecialHandlerCanDeliver("SpecialSetKeyValueReq\n")) {
         return -1;
     }
-    noltdev_debug(LOG_DEBUG, "SpecialSetKeyValueReq\n");
     KeyValueRecord record;
     memset(&record, 0, sizeof record);
 
@@ -136,7 +135,7 @@ int SpecialSetKeyValueReq(CMarkupSTL *req, CMarkupSTL *rsp) {
         noltdev_debug(LOG_ERROR, "%s", setting->parse_fail_log);
         return -1;
     }
-    int rc = SpecialAppRecvMsg(setting->msg_type, &record, setting->len, SPECIAL_APP_NO_CALLBACK).rc;
+    int rc = SpecialAppRecvMsg(setting->msg_type, &record, setting->len, NULL);
     if (setting->report != NOLTDEVSDK_ReportNone) {
         SpecialForceReport(setting->report);
     }

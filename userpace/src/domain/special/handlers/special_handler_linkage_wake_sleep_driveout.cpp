@@ -16,10 +16,9 @@
 
 int SpecialSetLinkageModeStatusReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp;
-    if (!SpecialAppHasRecvMsg(SPECIAL_APP_NO_CALLBACK)) {
+    if (!SpecialHandlerCanDeliver("SpecialSetLinkageModeStatusReq\n")) {
         return -1;
     }
-    noltdev_debug(LOG_DEBUG, "SpecialSetLinkageModeStatusReq\n");
     noltDevSDK_linkage_mode_status record;
     memset(&record, 0, sizeof record);
     SpecialFindInt(req, "Enable", true, &record.enable);
@@ -27,9 +26,7 @@ int SpecialSetLinkageModeStatusReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     SpecialFindText(req, "DevSerial", true, record.acConnSerial, sizeof record.acConnSerial);
     SpecialFindText(req, "Pwd", true, record.acVerifyCode, sizeof record.acVerifyCode);
 
-    int rc = SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_SET_LINKAGE_MODE_STATUS, &record, sizeof record,
-                               SPECIAL_APP_NO_CALLBACK)
-                 .rc;
+    int rc = SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_SET_LINKAGE_MODE_STATUS, &record, sizeof record, NULL);
     if (rc != 0) {
         return rc;
     }
@@ -52,10 +49,9 @@ static int JsonInt(const bscJSON *obj, const char *name) {
 
 int SpecialWakeReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp;
-    if (!SpecialAppHasRecvMsg(SPECIAL_APP_NO_CALLBACK)) {
+    if (!SpecialHandlerCanDeliver("SpecialWakeReq\n")) {
         return -1;
     }
-    noltdev_debug(LOG_DEBUG, "SpecialWakeReq\n");
     bscJSON *root = bscJSON_Parse(req->GetDoc().c_str());
     if (root == NULL) {
         return 0;
@@ -64,24 +60,21 @@ int SpecialWakeReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     memset(&record, 0, sizeof record);
     CopyJsonString(bscJSON_GetObjectItem(root, "subserial"), record.subserial, sizeof record.subserial);
     bscJSON_Delete(root);
-    return SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_WAKE, &record, sizeof record, SPECIAL_APP_NO_CALLBACK).rc;
+    return SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_WAKE, &record, sizeof record, NULL);
 }
 
 int SetDelaySleepReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp;
-    if (!SpecialAppHasRecvMsg(SPECIAL_APP_NO_CALLBACK)) {
+    if (!SpecialHandlerCanDeliver("SpecialDelaySleepReq\n")) {
         return -1;
     }
-    noltdev_debug(LOG_DEBUG, "SpecialDelaySleepReq\n");
     noltDevSDK_special_delay_sleep_type record;
     memset(&record, 0, sizeof record);
     if (req->FindElem("Info", true)) {
         record.channel = SpecialAttribInt(req, "Channel");
         record.type = SpecialAttribInt(req, "Type");
     }
-    return SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_DELAY_SLEEP, &record, sizeof record,
-                             SPECIAL_APP_NO_CALLBACK)
-        .rc;
+    return SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_DELAY_SLEEP, &record, sizeof record, NULL);
 }
 
 /* Delivers a drive-out of the given operType; returns the channel for the answer (0 for
@@ -92,8 +85,7 @@ static int DeliverDriveOut(const bscJSON *root, int oper_type) {
         memset(&record, 0, sizeof record);
         record.channel = JsonInt(root, "channel");
         SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_PROWL_DRIVE_OUT, &record, sizeof record,
-                          SPECIAL_APP_NO_CALLBACK)
-            .rc;
+                          SPECIAL_APP_NO_CALLBACK);
         return record.channel;
     }
     if (oper_type == 2) {
@@ -105,8 +97,7 @@ static int DeliverDriveOut(const bscJSON *root, int oper_type) {
             CopyJsonString(bscJSON_GetArrayItem(urls, 0), record.url, sizeof record.url);
         }
         SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_DRIVE_OUT_RADIO_UPDATE, &record, sizeof record,
-                          SPECIAL_APP_NO_CALLBACK)
-            .rc;
+                          SPECIAL_APP_NO_CALLBACK);
         return record.channel;
     }
     return 0;

@@ -78,8 +78,7 @@ int SpecialSetDevPlanReq(CMarkupSTL *req, CMarkupSTL *rsp) {
 
     void *asked = &current;
     if (SpecialAppRuntimeInfo(NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN, &asked, sizeof current,
-                              SPECIAL_APP_NO_CALLBACK)
-            .rc != 0) {
+                              SPECIAL_APP_NO_CALLBACK) != 0) {
         return PlanFailed(rsp, "Special SetDevplan get runtimeinfo error\n");
     }
     if (has_enable) {
@@ -92,8 +91,7 @@ int SpecialSetDevPlanReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     current.channel = parsed.channel;
 
     int rc = SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_SET_SPECIAL_PLAN, &current, sizeof current,
-                               SPECIAL_APP_NO_CALLBACK)
-                 .rc;
+                               SPECIAL_APP_NO_CALLBACK);
     if (rc != 0) {
         special_set_result(rsp, SPECIAL_RESULT_REFUSED);
     }

@@ -27,10 +27,9 @@ static bool SwitchTypeFromPlatform(int platform, int *type) {
 
 int SpecialSetSwitchEnableReq(CMarkupSTL *req, CMarkupSTL *rsp) {
     (void)rsp; /* the application's refusal goes back to the frame, not into the answer */
-    if (!SpecialAppHasRecvMsg(SPECIAL_APP_NO_CALLBACK)) {
+    if (!SpecialHandlerCanDeliver("SpecialSetSwitchEnableReq\n")) {
         return -1;
     }
-    noltdev_debug(LOG_DEBUG, "SpecialSetSwitchEnableReq\n");
     noltDevSDK_special_switch_enable record;
     memset(&record, 0, sizeof record);
     /* an unknown switch leaves the whole record zero and is still delivered */
@@ -39,9 +38,7 @@ int SpecialSetSwitchEnableReq(CMarkupSTL *req, CMarkupSTL *rsp) {
         record.enable = SpecialAttribInt(req, "Enable");
         record.channel = SpecialAttribInt(req, "Channel");
     }
-    return SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_SET_SWITCH_ENABLE, &record, sizeof record,
-                             SPECIAL_APP_NO_CALLBACK)
-        .rc;
+    return SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_SET_SWITCH_ENABLE, &record, sizeof record, NULL);
 }
 
 /* Reads the four coordinates of a line element into x1, y1, x2, y2. */
@@ -56,11 +53,10 @@ static void ReadLine(CMarkupSTL *req, const char *name, float *x1, float *y1, fl
 }
 
 int SetFlowCountInfoReq(CMarkupSTL *req, CMarkupSTL *rsp) {
-    if (!SpecialAppHasRecvMsg(SPECIAL_APP_NO_CALLBACK)) {
+    if (!SpecialHandlerCanDeliver("SET FLOW COUNT INFO REQ\n")) {
         special_set_result(rsp, SPECIAL_RESULT_APP_FAIL);
         return NOLTDEVSDK_SPECIAL_CODE_NOT_INITED;
     }
-    noltdev_debug(LOG_DEBUG, "SET FLOW COUNT INFO REQ\n");
     /* value-initialised: every field, the float line ends included, starts at zero */
     noltDevSDK_special_flow_counting_cfg record = noltDevSDK_special_flow_counting_cfg();
 
@@ -76,9 +72,7 @@ int SetFlowCountInfoReq(CMarkupSTL *req, CMarkupSTL *rsp) {
         record.interval = static_cast<int>(static_cast<unsigned int>(minutes) * 60u);
     }
 
-    int rc = SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_SET_FLOW_COUNTING_CFG, &record, sizeof record,
-                               SPECIAL_APP_NO_CALLBACK)
-                 .rc;
+    int rc = SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_SET_FLOW_COUNTING_CFG, &record, sizeof record, NULL);
     if (rc != 0) {
         noltdev_debug(LOG_ERROR, "on_recv_msg: set_flow_count error\n");
         special_set_result(rsp, SPECIAL_RESULT_APP_FAIL);

@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "app/special_app.h"
 #include "bus/special_bus.h"
 #include "log_ctrl.h"
 
@@ -44,6 +45,14 @@ int SpecialAttribInt(const CMarkupSTL *doc, const char *name) {
 
 void SpecialAttribText(const CMarkupSTL *doc, const char *name, char *dst, size_t size) {
     SpecialCopyText(dst, size, doc->GetAttrib(name).c_str());
+}
+
+bool SpecialHandlerCanDeliver(const char *trace) {
+    if (!SpecialAppHasRecvMsg(SPECIAL_APP_NO_CALLBACK)) {
+        return false;
+    }
+    noltdev_debug(LOG_DEBUG, "%s", trace);
+    return true;
 }
 
 void SpecialForceReport(NOLTDEVSDK_REPORT_STATUS_E id) {

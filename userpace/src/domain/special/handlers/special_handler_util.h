@@ -1,5 +1,5 @@
 /* Helpers every platform handler repeats: bounded text copies from the request cursor
- * and forced status reports. */
+ * and before delivery, and forced status reports. */
 #ifndef SPECIAL_HANDLER_UTIL_H
 #define SPECIAL_HANDLER_UTIL_H
 
@@ -24,6 +24,11 @@ int SpecialAttribInt(const CMarkupSTL *doc, const char *name);
 
 /* Copies an attribute of the main element into dst, bounded (empty when absent). */
 void SpecialAttribText(const CMarkupSTL *doc, const char *name, char *dst, size_t size);
+
+/* Whether the application's recv_msg is there to deliver to (the application port
+ * decides, and logs the usual line when it is not); when it is, logs the handler's trace
+ * line at the debug level. */
+bool SpecialHandlerCanDeliver(const char *trace);
 
 /* Marks a status item for a report at the service's next poll. */
 void SpecialForceReport(NOLTDEVSDK_REPORT_STATUS_E id);

@@ -93,8 +93,7 @@ static void *SpecialSetCustomVoiceRsp(void *arg) {
         SpecialCopyText(record.url, sizeof record.url, info->url);
         record.customVoice = info->customVoice;
         int rc = SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_OPERATE_CUSTOM_VOICE, &record, sizeof record,
-                                   SPECIAL_APP_NO_CALLBACK)
-                     .rc;
+                                   SPECIAL_APP_NO_CALLBACK);
         SpecialForceReport(NOLTDEVSDK_ReportCustomVoice);
         if (rc == 0) {
             rsp.AddElem("Info");

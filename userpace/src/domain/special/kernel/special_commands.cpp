@@ -1,12 +1,17 @@
-/* The command table of the domain's platform commands and its lookups. */
+/* The command table of the domain's platform commands, its lookups and the registration
+ * of its redirect keys. */
 #include "special_commands.h"
 
 #include <stddef.h>
+#include <string.h>
 
 #include "app/special_capacity.h"
+#include "bus/special_bus.h"
 #include "bus/special_platform_keys.h"
 #include "consts.h"
 #include "handlers/special_handlers.h"
+#include "log_ctrl.h"
+#include "noltDevSDK_Common_Module_Def.h"
 
 /* Generic commands whose body carries one of these type keys come to this domain. */
 static const SpecialRedirect kSwitchKeys[] = {
@@ -67,17 +72,25 @@ static const special_command kSpecialCommands[] = {
 
 const special_command *SpecialCommandFind(int cmd) {
     for (size_t i = 0; i < SPECIAL_COUNT_OF(kSpecialCommands); ++i) {
-        if (kSpecialCommands[i].cmd != kSpecialUnrouted && kSpecialCommands[i].cmd == cmd) {
+        if (kSpecialCommands[i].cmd == cmd && cmd != kSpecialUnrouted) {
             return &kSpecialCommands[i];
         }
     }
     return NULL;
 }
 
-void SpecialCommandRedirects(void (*visit)(int cmd, const SpecialRedirect &redirect)) {
+void SpecialCommandRegisterRedirects(void) {
+    Common_redirect_pair pair;
     for (size_t i = 0; i < SPECIAL_COUNT_OF(kSpecialCommands); ++i) {
         for (const SpecialRedirect *r = kSpecialCommands[i].redirects; r != NULL && r->key != NULL; ++r) {
-            visit(kSpecialCommands[i].cmd, *r);
+            /* cleared for each key: no tail of a longer key survives into a shorter one */
+            memset(&pair, 0, sizeof(pair));
+            pair.domain_id = SPECIAL_DOMAIN_ID;
+            pair.command_id = static_cast<NOLTDEV_SDK_UINT32>(kSpecialCommands[i].cmd);
+            strncpy(pair.type, r->key, sizeof(pair.type) - 1);
+            if (noltDevSDK_Common_Module_RedirectReg(&pair) != 0) {
+                noltdev_debug(LOG_ERROR, "%s", r->fail_log);
+            }
         }
     }
 }

@@ -35,8 +35,9 @@ static const int kSpecialUnrouted = -1;
 /* The row of an incoming command, or NULL when the command goes to the application raw. */
 const special_command *SpecialCommandFind(int cmd);
 
-/* Calls visit with every redirect key of the table, in the table's order. */
-void SpecialCommandRedirects(void (*visit)(int cmd, const SpecialRedirect &redirect));
+/* Registers every redirect key of the table with the kernel, in the table's order; a
+ * refused key is logged with its line and the next one still tried. */
+void SpecialCommandRegisterRedirects(void);
 
 /* The frame under the name the platform's documents give it: the answer's form is the
  * command table's for rsp_cmd (made by the frame for an answer the table does not list).

@@ -15,18 +15,6 @@
 #include "special_commands.h"
 #include "special_extern.h"
 
-/* Registers one redirect key; a refused key is logged and the next one still tried. */
-static void SpecialRegisterRedirect(int cmd, const SpecialRedirect &redirect) {
-    Common_redirect_pair pair;
-    memset(&pair, 0, sizeof(pair));
-    pair.domain_id = SPECIAL_DOMAIN_ID;
-    pair.command_id = static_cast<NOLTDEV_SDK_UINT32>(cmd);
-    strncpy(pair.type, redirect.key, sizeof(pair.type) - 1);
-    if (noltDevSDK_Common_Module_RedirectReg(&pair) != 0) {
-        noltdev_debug(LOG_ERROR, "%s", redirect.fail_log);
-    }
-}
-
 int special_extern_init(void) {
     noltdev_debug(LOG_DEBUG, "special_extern_init enter\n");
     noltdev_sdk_kernel_extend ext;
@@ -44,7 +32,7 @@ int special_extern_init(void) {
         noltdev_debug(LOG_ERROR, "microkernel load special doamin error\n");
         return rc;
     }
-    SpecialCommandRedirects(SpecialRegisterRedirect);
+    SpecialCommandRegisterRedirects();
     noltdev_timer_init();
     return 0;
 }
@@ -98,10 +86,12 @@ static void SpecialPassRaw(const noltdev_sdk_kernel_submsg *msg) {
     trans.cmd_id = static_cast<unsigned int>(msg->msg_command_id);
     trans.msg_type = 0;
     trans.msg_seq = msg->msg_seq;
-    const SpecialAppAnswer answer =
-        SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_TRANS_CMD_MSG, &trans, sizeof trans, NULL);
-    if (answer.called && answer.rc != 0) {
-        noltdev_debug(LOG_ERROR, "result_code %d\n", answer.rc);
+    if (!SpecialAppHasRecvMsg(NULL)) {
+        return;
+    }
+    const int rc = SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_TRANS_CMD_MSG, &trans, sizeof trans, NULL);
+    if (rc != 0) {
+        noltdev_debug(LOG_ERROR, "result_code %d\n", rc);
     }
 }
 

@@ -106,7 +106,7 @@ static int SpecialDeliverDeletion(const bscJSON *root) {
         ret = SpecialParseDelUnit(obj, &block->astUnit[i]);
     }
     if (ret == 0) {
-        ret = SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_DEL_TRUSTEESHIP, block, size, NULL).rc;
+        ret = SpecialAppRecvMsg(NOLTDEVSDK_SPECIAL_ON_DEL_TRUSTEESHIP, block, size, NULL);
         if (ret != 0) {
             noltdev_debug(LOG_ERROR, "Failed to ParseSync_DelTrusteeship while in recv_msg.\n");
         }
@@ -185,13 +185,10 @@ static char *SpecialPrintDelResults(const SpecialDelBlock *block, unsigned int c
 int GenJson_Trusteeship_Proc(noltDevSDK_Shadow_value_t *pValue,
                              noltDevSDK_Shadow_GenValue_Param_S *pstParam) {
     void *data = NULL;
-    const SpecialAppAnswer answer =
-        SpecialAppRuntimeInfo(NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP, &data, 0,
-                              "Error, Special domain:get_runtime_info is NULL.\n");
-    if (!answer.called) {
+    if (!SpecialAppHasRuntimeInfo("Error, Special domain:get_runtime_info is NULL.\n")) {
         return -1;
     }
-    const int ret = answer.rc;
+    const int ret = SpecialAppRuntimeInfo(NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP, &data, 0, NULL);
     /* the application allocated the block; from here every path frees it */
     SpecialDelBlock *block = static_cast<SpecialDelBlock *>(data);
     if (ret != 0) {

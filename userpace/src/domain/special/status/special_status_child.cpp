@@ -71,7 +71,7 @@ static bscJSON *TrusteeshipJson(const char *baseserial) {
 static int TrusteeshipDetect(const SpecialStatusItem &item) {
     noltDevSDK_Trusteeship fresh;
     int verdict;
-    if (!SpecialStatusAsk(item.watch.runtime_type, &fresh, sizeof fresh, &verdict)) {
+    if (!SpecialStatusAsk(item.watch.runtime_type, &fresh, &verdict)) {
         return verdict;
     }
     SPECIAL_TERMINATE(fresh.subserial);
@@ -121,7 +121,7 @@ int ReportTrusteeship_Immediately(void) {
     }
     noltDevSDK_Trusteeship fresh;
     int verdict;
-    if (!SpecialStatusAsk(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, &fresh, sizeof fresh, &verdict)) {
+    if (!SpecialStatusAsk(NOLTDEVSDK_SPECIAL_ON_GET_TRUSTEESHIP, &fresh, &verdict)) {
         noltdev_debug(LOG_ERROR, "get_runtime_info: trusteeship error\n");
         return -1;
     }
@@ -164,7 +164,7 @@ static int TrusteeshipConnectDetect(const SpecialStatusItem &item) {
     }
     ConnectList fresh;
     int result;
-    if (SpecialStatusAsk(item.watch.runtime_type, &fresh, sizeof fresh, &result)) {
+    if (SpecialStatusAsk(item.watch.runtime_type, &fresh, &result)) {
         for (int i = 0; i < kChildren; i++) {
             SPECIAL_TERMINATE(fresh.entries[i].subserial);
         }
@@ -245,7 +245,7 @@ int SpecialTrusteeshipConnectReset(void) {
 static int PowerStatusDetect(const SpecialStatusItem &item) {
     PowerList fresh;
     int verdict;
-    if (!SpecialStatusAsk(item.watch.runtime_type, &fresh, sizeof fresh, &verdict)) {
+    if (!SpecialStatusAsk(item.watch.runtime_type, &fresh, &verdict)) {
         return verdict;
     }
     for (int i = 0; i < kChildren; i++) {

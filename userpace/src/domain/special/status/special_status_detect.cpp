@@ -7,20 +7,10 @@
 #include "app/special_app.h"
 #include "log_ctrl.h"
 
-bool SpecialStatusAsk(int runtime_type, void *record, size_t size, int *verdict, int selector) {
+bool SpecialStatusAskPrepared(int runtime_type, void *record, size_t size, int *verdict) {
     *verdict = 0;
-    if (!SpecialAppHasRuntimeInfo(NULL)) {
-        return false;
-    }
-    memset(record, 0, size);
-    if (selector != 0) {
-        memcpy(record, &selector, sizeof selector);
-    }
-    const SpecialAppAnswer answer = SpecialAppRuntimeInfo(runtime_type, &record, size, NULL);
-    const int rc = answer.rc;
-    if (!answer.called) {
-        return false;
-    }
+    /* a missing callback gives -1: the detector's answer is 0, as for any other failure */
+    const int rc = SpecialAppRuntimeInfo(runtime_type, &record, size, NULL);
     if (rc == 0) {
         return true;
     }
@@ -29,9 +19,18 @@ bool SpecialStatusAsk(int runtime_type, void *record, size_t size, int *verdict,
     return false;
 }
 
+/* Whether size bytes at a and b are equal; one int, the most common watch, is compared
+ * with a constant size that the compiler does without a call (this runs at every poll). */
+static bool SpecialSameBytes(const void *a, const void *b, size_t size) {
+    if (size == sizeof(int)) {
+        return memcmp(a, b, sizeof(int)) == 0;
+    }
+    return memcmp(a, b, size) == 0;
+}
+
 int SpecialStatusKeep(const SpecialWatch &watch, const void *record) {
     const unsigned char *fresh = static_cast<const unsigned char *>(record) + watch.offset;
-    if (memcmp(fresh, watch.cache, watch.size) == 0) {
+    if (SpecialSameBytes(fresh, watch.cache, watch.size)) {
         return 0;
     }
     memcpy(watch.cache, fresh, watch.size);

@@ -5,6 +5,7 @@
 #define SPECIAL_STATUS_DETECT_H
 
 #include <stddef.h>
+#include <string.h>
 
 #include "app/special_capacity.h"
 #include "log_ctrl.h"
@@ -32,22 +33,33 @@ struct SpecialWatch {
 #define SPECIAL_ASK_ONLY_WATCH(runtime_type)                                                                 \
     { (runtime_type), 0, 0, NULL, 0, 0, LOG_ERROR, NULL }
 
+/* Asks get_runtime_info for a record already prepared (see SpecialStatusAsk). */
+bool SpecialStatusAskPrepared(int runtime_type, void *record, size_t size, int *verdict);
+
 /* Asks get_runtime_info for one record, zero-filled here and, when selector is not 0,
  * with selector as its leading int (the switch type). True when the application answered
  * 0; otherwise *verdict is the change detector's answer: 0 without a callback or on an
- * error, -1 when the item is not supported (low twelve bits of the code 4). */
-bool SpecialStatusAsk(int runtime_type, void *record, size_t size, int *verdict, int selector = 0);
+ * error, -1 when the item is not supported (low twelve bits of the code 4). Inline with
+ * the record's own size, so that a small record is cleared without a call at every poll. */
+template <class T> bool SpecialStatusAsk(int runtime_type, T *record, int *verdict, int selector = 0) {
+    memset(record, 0, sizeof *record);
+    if (selector != 0) {
+        memcpy(record, &selector, sizeof selector);
+    }
+    return SpecialStatusAskPrepared(runtime_type, record, sizeof *record, verdict);
+}
 
 /* Compares the watched bytes of a fresh record with the cache; on a difference copies
  * them, logs the change line and returns 1, else 0. */
 int SpecialStatusKeep(const SpecialWatch &watch, const void *record);
 
-/* The common change detector over a record of type T; `tidy` (optional) terminates the
+/* The common change detector over a record of type T (the switches, which ask with a
+ * selector, have their own); `tidy` (optional) terminates the
  * record's texts before they are compared, so the cache only ever holds terminated texts. */
 template <class T> int SpecialStatusDetect(const SpecialWatch &watch, void (*tidy)(T *) = NULL) {
     T record;
     int verdict;
-    if (!SpecialStatusAsk(watch.runtime_type, &record, sizeof record, &verdict, watch.selector)) {
+    if (!SpecialStatusAsk(watch.runtime_type, &record, &verdict)) {
         return verdict;
     }
     if (tidy != NULL) {

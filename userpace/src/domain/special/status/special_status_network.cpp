@@ -111,7 +111,7 @@ static int Dev4GDetect(const SpecialStatusItem &item) {
     }
     noltDevSDK_special_4G_Info_S fresh;
     int verdict;
-    if (!SpecialStatusAsk(item.watch.runtime_type, &fresh, sizeof fresh, &verdict)) {
+    if (!SpecialStatusAsk(item.watch.runtime_type, &fresh, &verdict)) {
         noltdev_debug(LOG_DEBUG, "get_runtime_info: get 4G Info error\n");
         return verdict;
     }

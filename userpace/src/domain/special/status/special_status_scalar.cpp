@@ -196,8 +196,12 @@ static const SpecialWatch kSpeakerFields[] = {
 static int SpeakerConfigDetect(const SpecialStatusItem &item) {
     noltDevSDK_special_speaker_config fresh;
     int verdict;
-    if (!SpecialStatusAsk(item.watch.runtime_type, &fresh, sizeof fresh, &verdict)) {
+    if (!SpecialStatusAsk(item.watch.runtime_type, &fresh, &verdict)) {
         return verdict;
+    }
+    /* the record is its four watched ints: an unchanged record needs no field compared */
+    if (memcmp(&fresh, &g_speaker_config, sizeof fresh) == 0) {
+        return 0;
     }
     int changed = 0;
     for (size_t i = 0; i < SPECIAL_COUNT_OF(kSpeakerFields); i++) {
@@ -283,7 +287,7 @@ static int FlowCountConfigDetect(const SpecialStatusItem &) {
 static int FlowCountConfigReport(const SpecialStatusItem &item) {
     noltDevSDK_special_flow_counting_cfg cfg;
     int verdict;
-    if (!SpecialStatusAsk(item.watch.runtime_type, &cfg, sizeof cfg, &verdict)) {
+    if (!SpecialStatusAsk(item.watch.runtime_type, &cfg, &verdict)) {
         return -1;
     }
     return SpecialStatusReport(item.cmd, item.body, &cfg, item.flags);

@@ -52,7 +52,13 @@ static const SpecialStatusItem kSwitchItems[] = {
 
 /* The common trio over one switch's item. */
 static int SwitchIsChanged(int index) {
-    return SpecialStatusDetect<SwitchRecord>(kSwitchItems[index].watch);
+    const SpecialWatch &watch = kSwitchItems[index].watch;
+    SwitchRecord record;
+    int verdict;
+    if (!SpecialStatusAsk(watch.runtime_type, &record, &verdict, watch.selector)) {
+        return verdict;
+    }
+    return SpecialStatusKeep(watch, &record);
 }
 static int SwitchReport(int index) {
     return SpecialStatusReportItem(kSwitchItems[index]);
