@@ -19,21 +19,27 @@ void SpecialAppSetInited(bool inited) {
     g_special_inited = inited;
 }
 
-/* The one log policy: a missing callback logs the caller's line, if it gave one. Kept out
- * of line: both questions share it. */
-__attribute__((noinline)) static bool SpecialAppPresent(bool present, const char *missing_log) {
-    if (!present && missing_log != NULL) {
+/* The one log policy: a missing callback logs the caller's line, if it gave one. */
+static void SpecialAppMissing(const char *missing_log) {
+    if (missing_log != NULL) {
         noltdev_debug(LOG_ERROR, "%s", missing_log);
     }
-    return present;
 }
 
 bool SpecialAppHasRecvMsg(const char *missing_log) {
-    return SpecialAppPresent(g_special_cb.recv_msg != NULL, missing_log);
+    if (g_special_cb.recv_msg == NULL) {
+        SpecialAppMissing(missing_log);
+        return false;
+    }
+    return true;
 }
 
 bool SpecialAppHasRuntimeInfo(const char *missing_log) {
-    return SpecialAppPresent(g_special_cb.get_runtime_info != NULL, missing_log);
+    if (g_special_cb.get_runtime_info == NULL) {
+        SpecialAppMissing(missing_log);
+        return false;
+    }
+    return true;
 }
 
 /* Both callbacks take the same envelope: a type, the record and its length. */
@@ -46,7 +52,8 @@ template <class Envelope> static Envelope MakeEnvelope(int type, void *record, s
 }
 
 int SpecialAppRecvMsg(int type, void *record, size_t len, const char *missing_log) {
-    if (!SpecialAppHasRecvMsg(missing_log)) {
+    if (g_special_cb.recv_msg == NULL) { /* tested here, not through a call: every poll asks */
+        SpecialAppMissing(missing_log);
         return -1;
     }
     noltDevSDK_special_msg_to_dev msg = MakeEnvelope<noltDevSDK_special_msg_to_dev>(type, record, len);
@@ -54,7 +61,8 @@ int SpecialAppRecvMsg(int type, void *record, size_t len, const char *missing_lo
 }
 
 int SpecialAppRuntimeInfo(int type, void **record, size_t len, const char *missing_log) {
-    if (!SpecialAppHasRuntimeInfo(missing_log)) {
+    if (g_special_cb.get_runtime_info == NULL) {
+        SpecialAppMissing(missing_log);
         return -1;
     }
     noltDevSDK_special_runtime_info info = MakeEnvelope<noltDevSDK_special_runtime_info>(type, *record, len);

@@ -199,10 +199,6 @@ static int SpeakerConfigDetect(const SpecialStatusItem &item) {
     if (!SpecialStatusAsk(item.watch.runtime_type, &fresh, &verdict)) {
         return verdict;
     }
-    /* the record is its four watched ints: an unchanged record needs no field compared */
-    if (memcmp(&fresh, &g_speaker_config, sizeof fresh) == 0) {
-        return 0;
-    }
     int changed = 0;
     for (size_t i = 0; i < SPECIAL_COUNT_OF(kSpeakerFields); i++) {
         changed |= SpecialStatusKeep(kSpeakerFields[i], &fresh);
