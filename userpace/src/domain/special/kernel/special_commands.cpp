@@ -35,8 +35,9 @@ static const SpecialRedirect kPlanKeys[] = {
     {NULL, NULL},
 };
 
-/* In redirect order: the switch keys, then the key-value keys, then the plan type. */
-static const special_command kSpecialCommands[] = {
+/* In redirect order: the switch keys, then the key-value keys, then the plan type. The
+ * rows with an incoming command come first. */
+static constexpr special_command kSpecialCommands[] = {
     /* incoming command, framed handler, raw handler, answer command, answer form, redirect keys */
     {kCenPlt2PuSetSwitchEnableReq, SpecialSetSwitchEnableReq, NULL, kCenPlt2PuSetSwitchEnableRsp,
      kSpecialAnswerSkeleton, kSwitchKeys},
@@ -70,9 +71,18 @@ static const special_command kSpecialCommands[] = {
     {kSpecialUnrouted, NULL, NULL, kCenPlt2PuAIMemberPicQueryRsp, kSpecialAnswerHandlerJson, NULL},
 };
 
+/* The number of leading rows with an incoming command, counted from row i. */
+static constexpr size_t SpecialRoutedRows(size_t i) {
+    return i < SPECIAL_COUNT_OF(kSpecialCommands) && kSpecialCommands[i].cmd != kSpecialUnrouted
+               ? SpecialRoutedRows(i + 1)
+               : i;
+}
+static constexpr size_t kSpecialRouted = SpecialRoutedRows(0);
+
 const special_command *SpecialCommandFind(int cmd) {
-    for (size_t i = 0; i < SPECIAL_COUNT_OF(kSpecialCommands); ++i) {
-        if (kSpecialCommands[i].cmd == cmd && cmd != kSpecialUnrouted) {
+    /* only the routed rows: an incoming command equal to kSpecialUnrouted goes raw */
+    for (size_t i = 0; i < kSpecialRouted; ++i) {
+        if (kSpecialCommands[i].cmd == cmd) {
             return &kSpecialCommands[i];
         }
     }

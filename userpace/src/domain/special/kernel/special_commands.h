@@ -30,7 +30,7 @@ struct special_command {
 };
 
 /* The `cmd` of a row that no incoming command reaches. */
-static const int kSpecialUnrouted = -1;
+static constexpr int kSpecialUnrouted = -1;
 
 /* The row of an incoming command, or NULL when the command goes to the application raw. */
 const special_command *SpecialCommandFind(int cmd);
