@@ -18,7 +18,7 @@ module=userpace
 areas=("$module" hostsdk tools/special-sim/src tools/special-sim/soak)
 allowed=scripts/complexity-allowed.txt
 
-apt_install_missing clang-format-14 cppcheck pmccabe
+apt_install_missing clang-format-14 clang-tidy-14 cppcheck pmccabe
 failed=0
 
 # C/C++ sources of the repository, build directories left out.
@@ -92,9 +92,22 @@ if [ -s "$parse_errors" ]; then
     failed=1
 fi
 
-echo "== layers (the module's objects depend on each other in one direction, read with nm)"
 [ -f build/CMakeCache.txt ] || cmake --preset host >/dev/null
 cmake --build build -j2 --target noltDevSDK_special_objects >/dev/null
+
+echo "== clang-tidy (module: cognitive complexity, function size, bugprone)"
+# It reads the code after the preprocessor, with the host build's compile commands.
+tidy_checks='-*,readability-function-cognitive-complexity,readability-function-size,bugprone-*,-bugprone-easily-swappable-parameters'
+tidy_config="{CheckOptions: [{key: readability-function-size.LineThreshold, value: $max_lines}, {key: readability-function-size.StatementThreshold, value: 80}, {key: readability-function-cognitive-complexity.Threshold, value: 25}]}"
+if find "$module/src/domain/special" -name '*.cpp' | sort |
+    xargs clang-tidy-14 -p build --quiet --warnings-as-errors='*' --checks="$tidy_checks" --config="$tidy_config" 2>/dev/null; then
+    echo "clang-tidy: no findings"
+else
+    echo "FAILED: clang-tidy findings above"
+    failed=1
+fi
+
+echo "== layers (the module's objects depend on each other in one direction, read with nm)"
 if ! python3 scripts/layers.py build/CMakeFiles/noltDevSDK_special_objects.dir; then
     echo "FAILED: a loop or an upward call between the module's layers (scripts/layers.py)"
     failed=1
