@@ -2,7 +2,7 @@
 // calls it for a forced report, with the steady device's values in the caches.
 #include "bench_app.h"
 #include "scenario.h"
-#include "special_status.h"
+#include "status/special_status.h"
 #include "status_items.h"
 
 namespace special_bench {

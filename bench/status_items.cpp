@@ -1,7 +1,7 @@
 // The status item table.
 #include "status_items.h"
 
-#include "special_status.h"
+#include "status/special_status.h"
 
 namespace special_bench {
 

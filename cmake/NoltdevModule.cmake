@@ -32,12 +32,12 @@ set(NOLTDEV_VERSION_SCRIPT ${PROJECT_BINARY_DIR}/noltDevSDK_special.map)
 file(CONFIGURE OUTPUT ${NOLTDEV_VERSION_SCRIPT} CONTENT
   "/* generated from noltDevSDK_special_def.h: the module exports these and nothing else */\n{\n  global:\n    ${NOLTDEV_API_SCRIPT_LINES};\n  local:\n    *;\n};\n")
 
-file(GLOB NOLTDEV_MODULE_SOURCES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/userpace/src/domain/special/*.cpp)
+file(GLOB_RECURSE NOLTDEV_MODULE_SOURCES CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/userpace/src/domain/special/*.cpp)
 add_library(noltDevSDK_special_objects OBJECT ${NOLTDEV_MODULE_SOURCES})
 set_target_properties(noltDevSDK_special_objects PROPERTIES
   CXX_STANDARD 11 CXX_STANDARD_REQUIRED ON CXX_EXTENSIONS OFF
   CXX_VISIBILITY_PRESET hidden VISIBILITY_INLINES_HIDDEN ON)
-target_compile_options(noltDevSDK_special_objects PRIVATE -fno-exceptions -fno-rtti)
+target_compile_options(noltDevSDK_special_objects PRIVATE -fno-exceptions -fno-rtti -ffunction-sections)
 target_include_directories(noltDevSDK_special_objects
   PUBLIC ${PROJECT_SOURCE_DIR}/userpace/inc ${NOLTDEV_GENERATED_INCLUDE}
   PRIVATE ${PROJECT_SOURCE_DIR}/userpace/src/domain/special ${PROJECT_SOURCE_DIR}/userpace/src/include)
@@ -71,8 +71,9 @@ else()
   add_library(noltDevSDK_special SHARED $<TARGET_OBJECTS:noltDevSDK_special_objects>)
   set_target_properties(noltDevSDK_special PROPERTIES
     VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR} LINK_DEPENDS ${NOLTDEV_VERSION_SCRIPT})
+  # a function nothing in the library calls (the module's symbols are hidden) is dropped
   target_link_options(noltDevSDK_special PRIVATE
-    LINKER:--version-script=${NOLTDEV_VERSION_SCRIPT} LINKER:--exclude-libs,ALL)
+    LINKER:--version-script=${NOLTDEV_VERSION_SCRIPT} LINKER:--exclude-libs,ALL LINKER:--gc-sections)
   if(NOLTDEV_PACKAGE)
     # the development package carries the static library beside the shared one
     noltdev_add_static_module(noltDevSDK_special_static)

@@ -1,8 +1,10 @@
 #!/usr/bin/env bash
 # Static gates, each failing the run: every C/C++ source formatted by clang-format-14;
 # cppcheck clean on the module; cyclomatic complexity and function length within limits
-# on the module, the host SDK and the simulator (scripts/complexity-allowed.txt names the
-# functions temporarily exempt). Prints each area's size and complexity.
+# on the module, the host SDK and the simulator, every file parsed (scripts/complexity-
+# allowed.txt names the functions temporarily exempt); the module's layers calling down
+# only, with no loop between its objects (scripts/layers.py over the host build's
+# objects). Prints each area's size and complexity.
 #   scripts/gates.sh
 set -euo pipefail
 here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
@@ -47,9 +49,13 @@ fi
 echo "== complexity (pmccabe: complexity <= $max_complexity, lines <= $max_lines)"
 # pmccabe's columns: modified and traditional complexity, statements, first line, lines,
 # "file(line): function". The traditional complexity counts each && and ||.
+# A file pmccabe cannot parse would hide its functions (or invent some): its parse errors
+# fail the gate.
+parse_errors=$(mktemp)
+trap 'rm -f "$parse_errors"' EXIT
 measure() {
     find "$1" -type f \( -name '*.c' -o -name '*.cc' -o -name '*.cpp' -o -name '*.h' -o -name '*.hpp' \) |
-        sort | xargs pmccabe 2>/dev/null
+        sort | xargs pmccabe 2>>"$parse_errors"
 }
 allowed_list=$(sed -e '/^#/d' -e '/^$/d' "$allowed")
 for area in "${areas[@]}"; do
@@ -78,6 +84,32 @@ while read -r key; do
         echo "  note: $key is within the limits now; remove it from $allowed"
     fi
 done <<<"$allowed_list"
+
+if [ -s "$parse_errors" ]; then
+    sort -u "$parse_errors" | sed 's/^/  FAILED: pmccabe cannot parse: /'
+    failed=1
+fi
+
+[ -f build/CMakeCache.txt ] || cmake --preset host >/dev/null
+cmake --build build -j2 --target noltDevSDK_special_objects >/dev/null
+
+echo "== clang-tidy (module: cognitive complexity, function size, bugprone)"
+# It reads the code after the preprocessor, with the host build's compile commands.
+tidy_checks='-*,readability-function-cognitive-complexity,readability-function-size,bugprone-*,-bugprone-easily-swappable-parameters'
+tidy_config="{CheckOptions: [{key: readability-function-size.LineThreshold, value: $max_lines}, {key: readability-function-size.StatementThreshold, value: 80}, {key: readability-function-cognitive-complexity.Threshold, value: 25}]}"
+if find "$module/src/domain/special" -name '*.cpp' | sort |
+    xargs clang-tidy-14 -p build --quiet --warnings-as-errors='*' --checks="$tidy_checks" --config="$tidy_config" 2>/dev/null; then
+    echo "clang-tidy: no findings"
+else
+    echo "FAILED: clang-tidy findings above"
+    failed=1
+fi
+
+echo "== layers (the module's objects depend on each other in one direction, read with nm)"
+if ! python3 scripts/layers.py build/CMakeFiles/noltDevSDK_special_objects.dir; then
+    echo "FAILED: a loop or an upward call between the module's layers (scripts/layers.py)"
+    failed=1
+fi
 
 if [ "$failed" -ne 0 ]; then
     echo "gates: FAILED"

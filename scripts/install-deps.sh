@@ -30,7 +30,7 @@ set_packages() {
     coverage) echo gcovr ;;
     bench) echo libbenchmark-dev ;;
     docs) echo doxygen ;;
-    gates) echo clang-format-14 cppcheck pmccabe ;;
+    gates) echo clang-format-14 clang-tidy-14 cppcheck pmccabe python3 ;;
     python) echo python3 ;;
     *) return 1 ;;
     esac

@@ -2,9 +2,10 @@
 // device sequence counter and the request/response frame around a test handler.
 #include <cstdlib>
 
+#include "bus/special_bus.h"
+#include "kernel/special_commands.h"
 #include "noltDevSDK_special_protocol.h"
 #include "noltdev_sdk_kernel_struct.h"
-#include "special_bus.h"
 #include "special_fixture.h"
 
 namespace special_test {

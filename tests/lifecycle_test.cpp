@@ -1,8 +1,8 @@
 // Start-up and shut-down of the module: the init flag, the stored callbacks and the
 // domain's registration with the kernel.
+#include "app/special_app.h"
 #include "noltDevSDK_report_status.h"
 #include "noltdev_sdk_kernel_error.h"
-#include "special.h"
 #include "special_fixture.h"
 
 namespace special_test {
@@ -15,13 +15,13 @@ TEST_F(LifecycleTest, SecondInitFailsWithoutALogLine) {
     ClearLogs();
     EXPECT_EQ(Init(), NOLTDEVSDK_SPECIAL_CODE_FAIL);
     EXPECT_TRUE(Logs().empty());
-    EXPECT_EQ(g_special_init_status, 1);
+    EXPECT_TRUE(SpecialAppInited());
 }
 
 TEST_F(LifecycleTest, NullInfoKeepsTheFlagUntilFini) {
     EXPECT_EQ(noltDevSDK_special_init(nullptr), NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM);
     EXPECT_TRUE(HasLog(1, "noltDevSDK_special_init param is error\n"));
-    EXPECT_EQ(g_special_init_status, 1);
+    EXPECT_TRUE(SpecialAppInited());
     EXPECT_EQ(noltdev_host_domain_loaded(kDomain), 0);
     EXPECT_EQ(Init(), NOLTDEVSDK_SPECIAL_CODE_FAIL);
     EXPECT_EQ(noltDevSDK_special_fini(), 0);
@@ -32,7 +32,7 @@ TEST_F(LifecycleTest, NullInfoKeepsTheFlagUntilFini) {
 TEST_F(LifecycleTest, RefusedDomainFailsInitBeforeAnyRedirect) {
     noltdev_host_set_extend_load_result(NOLTDEV_SDK_KERNEL_ERR_REFUSED);
     EXPECT_EQ(Init(), NOLTDEVSDK_SPECIAL_CODE_INIT_FAIL);
-    EXPECT_EQ(g_special_init_status, 0);
+    EXPECT_FALSE(SpecialAppInited());
     EXPECT_TRUE(HasLog(1, "microkernel load special doamin error\n"));
     EXPECT_EQ(noltdev_host_redirect_count(), 0);
     EXPECT_EQ(noltdev_host_timer_init_count(), 0);
@@ -50,10 +50,9 @@ int Report(int) {
 TEST_F(LifecycleTest, FiniTwiceKeepsTheCallbacksAndCallsNothing) {
     EXPECT_EQ(noltDevSDK_special_fini(), 0);
     ASSERT_EQ(Init(), 0);
-    noltDevSDK_special_callback before = *GetSpecialCallback();
-    ASSERT_NE(before.recv_msg, nullptr);
+    ASSERT_TRUE(SpecialAppHasRecvMsg(nullptr));
     EXPECT_EQ(noltDevSDK_special_fini(), 0);
-    EXPECT_EQ(g_special_init_status, 0);
+    EXPECT_FALSE(SpecialAppInited());
     // an item registered now survives the second fini, which would forget it
     noltDevSDK_report_status_info item{};
     item.status_value = NOLTDEVSDK_ReportSpecialSwitchEnableFlow;
@@ -65,8 +64,8 @@ TEST_F(LifecycleTest, FiniTwiceKeepsTheCallbacksAndCallsNothing) {
     uint32_t ids[4];
     EXPECT_EQ(noltdev_host_report_registered(ids, 4), 1);
     EXPECT_TRUE(Logs().empty());
-    EXPECT_EQ(GetSpecialCallback()->recv_msg, before.recv_msg);
-    EXPECT_EQ(GetSpecialCallback()->get_runtime_info, before.get_runtime_info);
+    EXPECT_TRUE(SpecialAppHasRecvMsg(nullptr));
+    EXPECT_TRUE(SpecialAppHasRuntimeInfo(nullptr));
 }
 
 TEST_F(LifecycleTest, InitAfterFiniNeedsTheKernelToDropTheDomain) {

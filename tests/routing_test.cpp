@@ -1,9 +1,9 @@
 // Registration of the domain with the kernel and routing of what the platform sends it,
 // played through the host kernel.
+#include "kernel/special_extern.h"
 #include "noltDevSDK_report_status.h"
 #include "noltDevSDK_special_protocol.h"
 #include "noltdev_sdk_kernel_struct.h"
-#include "special_extern.h"
 #include "special_fixture.h"
 
 namespace special_test {

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "special_json.h"
+#include "bus/special_json.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 // keeps its cache; a forced report before any poll sends the not-seen value.
 #include "special_fixture.h"
 
-#include "special_status.h"
+#include "status/special_status.h"
 #include "status_support.h"
 
 namespace special_test {

@@ -3,8 +3,8 @@
 // trusteeship items, the tolerant 4G rule, and the two time rules driven by test clocks.
 #include "special_fixture.h"
 
-#include "special.h"
-#include "special_status.h"
+#include "status/special_status.h"
+#include "status/special_status_registry.h"
 #include "status_support.h"
 
 namespace special_test {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "special_clock.h"
+#include "bus/special_clock.h"
 #include "special_fixture.h"
 
 namespace special_test {

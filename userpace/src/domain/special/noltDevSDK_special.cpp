@@ -1,33 +1,22 @@
-/* Module lifecycle (init, fini, the stored callbacks and the init flag) and the
- * operations the application starts. */
+/* Module lifecycle (init, fini) and the operations the application starts. */
 #include <string.h>
 
+#include "app/special_app.h"
+#include "app/special_enum.h"
+#include "app/special_layout.h"
+#include "bus/special_bus.h"
+#include "handlers/special_requests.h"
+#include "kernel/special_extern.h"
 #include "log_ctrl.h"
 #include "noltDevSDK_report_status.h"
-#include "special.h"
-#include "special_bus.h"
-#include "special_enum.h"
-#include "special_extern.h"
-#include "special_layout.h"
-#include "special_shadow.h"
-
-int g_special_init_status = 0;
-static noltDevSDK_special_callback g_special_cb = {NULL, NULL};
-
-void SpecialSetCallback(const noltDevSDK_special_callback *cb) {
-    g_special_cb.recv_msg = cb->recv_msg;
-    g_special_cb.get_runtime_info = cb->get_runtime_info;
-}
-
-noltDevSDK_special_callback *GetSpecialCallback(void) {
-    return &g_special_cb;
-}
+#include "shadow/special_shadow.h"
+#include "status/special_status_registry.h"
 
 int noltDevSDK_special_init(noltDevSDK_special_init_info *info) {
-    if (g_special_init_status != 0) {
+    if (SpecialAppInited()) {
         return NOLTDEVSDK_SPECIAL_CODE_FAIL;
     }
-    g_special_init_status = 1;
+    SpecialAppSetInited(true);
     noltdev_debug(LOG_DEBUG, "noltDevSDK_special_init enter\n");
     if (info == NULL) {
         /* the flag stays 1: every later init fails until fini */
@@ -35,7 +24,7 @@ int noltDevSDK_special_init(noltDevSDK_special_init_info *info) {
         return NOLTDEVSDK_SPECIAL_CODE_INVALID_PARAM;
     }
     /* callbacks first, so the kernel's threads never see them NULL after init */
-    SpecialSetCallback(&info->cb);
+    SpecialAppStore(&info->cb);
     noltDevSDK_report_status_init();
 
     SpecialStatusRegisterAll();
@@ -48,7 +37,7 @@ int noltDevSDK_special_init(noltDevSDK_special_init_info *info) {
     int result = 0;
     if (special_extern_init() != 0) {
         /* the items, shadow service and callbacks stay; a later init sets them again */
-        g_special_init_status = 0;
+        SpecialAppSetInited(false);
         result = NOLTDEVSDK_SPECIAL_CODE_INIT_FAIL;
     }
     noltdev_debug(LOG_DEBUG, "noltDevSDK_special_init over\n");
@@ -56,10 +45,10 @@ int noltDevSDK_special_init(noltDevSDK_special_init_info *info) {
 }
 
 int noltDevSDK_special_fini(void) {
-    if (g_special_init_status == 0) {
+    if (!SpecialAppInited()) {
         return 0;
     }
-    g_special_init_status = 0;
+    SpecialAppSetInited(false);
     SpecialStatusUnregisterAll();
     noltDevSDK_report_status_fini();
     Special_Shadow_FnitService();
@@ -70,7 +59,7 @@ int noltDevSDK_special_fini(void) {
 /* ---- operations the application starts ------------------------------------------- */
 
 int noltDevSDK_special_send_msg(noltDevSDK_special_msg *msg) {
-    if (g_special_init_status == 0) {
+    if (!SpecialAppInited()) {
         return NOLTDEVSDK_SPECIAL_CODE_NOT_INITED;
     }
     /* a null request has no type to dispatch on */
@@ -119,14 +108,14 @@ int noltDevSDK_special_post_event(noltDevSDK_special_post_event_info_S *info) {
 }
 
 int noltDevSDK_special_report_trusteeship(void) {
-    if (g_special_init_status == 0) {
+    if (!SpecialAppInited()) {
         return NOLTDEVSDK_SPECIAL_CODE_NOT_INITED;
     }
     return ReportTrusteeship_Immediately();
 }
 
 int noltDevSDK_special_report_flow_counting(noltDevSDK_special_flow_counting_seg_count *seg_info) {
-    if (g_special_init_status == 0) {
+    if (!SpecialAppInited()) {
         return NOLTDEVSDK_SPECIAL_CODE_NOT_INITED;
     }
     return ReportFlowCountReq(seg_info);
