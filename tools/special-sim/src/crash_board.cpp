@@ -257,6 +257,12 @@ std::string DescribeHang(const InFlight &in, int seconds) {
            std::to_string(seconds) + " s (" + in.thread + ", " + in.where + ")";
 }
 
+std::string DescribeKnownHang(const InFlight &in, long long ms) {
+    return in.callback + " " + in.type_name + " (" + std::to_string(in.type) + ") hung again (held " +
+           std::to_string(ms) + " ms here, the whole row timeout in an earlier row; " + in.thread + ", " +
+           in.where + ")";
+}
+
 // addr2line's function and "file:line" for an offset in a library; false without them.
 bool Addr2line(const std::string &lib, const std::string &offset, std::string *name, std::string *at) {
     FILE *p = popen(("addr2line -f -C -e '" + lib + "' " + offset + " 2>/dev/null").c_str(), "r");

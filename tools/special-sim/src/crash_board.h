@@ -62,6 +62,10 @@ std::string DescribeCrash(const CrashReport &crash);
 // thread, file:line)".
 std::string DescribeHang(const InFlight &in, int seconds);
 
+// "get_runtime_info NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS (5) hung again (held 500 ms
+// here, the whole row timeout in an earlier row; report-status poller, file:line)".
+std::string DescribeKnownHang(const InFlight &in, long long ms);
+
 // The frames worth showing: those in the application's library when there are any.
 std::vector<std::string> AppFrames(const std::vector<std::string> &frames, const std::string &app);
 

@@ -139,8 +139,63 @@ std::string Quote(const std::string &text) {
     return text.find(' ') == std::string::npos ? text : "\"" + text + "\"";
 }
 
+// A callback and record type that hung for a whole row timeout: in a later row the same
+// one is given only kKnownHangMs before the row is stopped, so an application that hangs
+// in a status poll (which every row makes) does not cost every row the whole timeout.
+struct KnownHang {
+    std::string callback;
+    int type;
+};
+constexpr long long kKnownHangMs = 500;
+
+bool HeldByKnownHang(const std::vector<KnownHang> &known) {
+    for (const InFlight &f : BoardInFlight()) {
+        for (const KnownHang &k : known) {
+            if (f.callback == k.callback && f.type == k.type && f.held_ms >= kKnownHangMs) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+// Reads the row's result until the deadline, or until a callback that hung in an earlier
+// row is held again; *again tells which of the two ended the wait.
+bool ReadRow(int fd, std::chrono::steady_clock::time_point deadline, const std::vector<KnownHang> &known,
+             std::string *text, bool *again) {
+    *again = false;
+    for (;;) {
+        auto slice = std::min(deadline, std::chrono::steady_clock::now() + std::chrono::milliseconds(100));
+        if (ReadUntil(fd, slice, text)) {
+            return true;
+        }
+        if (std::chrono::steady_clock::now() >= deadline) {
+            return false;
+        }
+        if (!known.empty() && HeldByKnownHang(known)) {
+            *again = true;
+            return false;
+        }
+    }
+}
+
+// The row's verdict from the board as the hang left it (read before the kill), then the
+// row's process ended; the callbacks still held are remembered as hung. timeout_s 0: the
+// row was stopped as a known hang.
+QualifyRow StopHungRow(const RowSpec &spec, const std::string &app, pid_t pid, int timeout_s,
+                       std::vector<KnownHang> *known) {
+    QualifyRow hung = LostRow(spec, app, 0, true, timeout_s);
+    for (const InFlight &f : BoardInFlight()) {
+        known->push_back(KnownHang{f.callback, f.type});
+    }
+    int status = 0;
+    kill(pid, SIGKILL);
+    waitpid(pid, &status, 0);
+    return hung;
+}
+
 QualifyRow RunRowIsolated(const RowSpec &spec, const RunOptions &options, int timeout_s, bool required,
-                          std::vector<Finding> *findings) {
+                          std::vector<KnownHang> *known, std::vector<Finding> *findings) {
     int fds[2];
     if (pipe(fds) != 0) {
         return RunRowHere(spec, options, required, findings);
@@ -163,16 +218,14 @@ QualifyRow RunRowIsolated(const RowSpec &spec, const RunOptions &options, int ti
     }
     close(fds[1]);
     std::string text;
+    bool again = false;
     bool in_time =
-        pid > 0 &&
-        ReadUntil(fds[0], std::chrono::steady_clock::now() + std::chrono::seconds(timeout_s), &text);
+        pid > 0 && ReadRow(fds[0], std::chrono::steady_clock::now() + std::chrono::seconds(timeout_s), *known,
+                           &text, &again);
     close(fds[0]);
     int status = 0;
     if (pid > 0 && !in_time) {
-        QualifyRow hung = LostRow(spec, options.app, 0, true, timeout_s); // the board before the kill
-        kill(pid, SIGKILL);
-        waitpid(pid, &status, 0);
-        return hung;
+        return StopHungRow(spec, options.app, pid, again ? 0 : timeout_s, known);
     }
     if (pid > 0) {
         waitpid(pid, &status, 0);
@@ -262,7 +315,8 @@ QualifyRow LostRow(const RowSpec &spec, const std::string &app, int wait_status,
     std::vector<InFlight> in = BoardInFlight();
     if (timed_out) {
         for (const InFlight &f : in) {
-            row.problems.push_back("hang: " + DescribeHang(f, timeout_s));
+            row.problems.push_back(
+                "hang: " + (timeout_s > 0 ? DescribeHang(f, timeout_s) : DescribeKnownHang(f, kKnownHangMs)));
         }
         if (in.empty()) {
             CrashReport board = BoardCrash();
@@ -343,6 +397,7 @@ std::vector<QualifyRow> RunQualify(const QualifyOptions &qualify, const RunOptio
         std::fprintf(out, "suite: %s\n", p.c_str());
     }
     ShareCrashBoard();
+    std::vector<KnownHang> known;
     std::fprintf(out, "\n== qualification\n");
     for (const RowSpec &spec : specs) {
         if (!qualify.only.empty() && !RowSelected(spec, qualify.only)) {
@@ -350,7 +405,7 @@ std::vector<QualifyRow> RunQualify(const QualifyOptions &qualify, const RunOptio
         }
         bool required =
             qualify.require_all || (!qualify.require.empty() && RowSelected(spec, qualify.require));
-        QualifyRow row = RunRowIsolated(spec, options, qualify.row_timeout_s, required, findings);
+        QualifyRow row = RunRowIsolated(spec, options, qualify.row_timeout_s, required, &known, findings);
         if (row.status == "FAILED") {
             row.rerun = "special-sim --qualify --app " + Quote(options.app) + " --row " + Quote(spec.name);
         }

@@ -1,10 +1,12 @@
 # Runs special-sim --qualify against an application library and checks the verdict:
-#   cmake -DSIM=special-sim -DAPP=lib.so -DJUNIT=out.xml -DWANT=clean|partial|crash|hang|exit|FAULTS_FILE
+#   cmake -DSIM=special-sim -DAPP=lib.so -DJUNIT=out.xml -DWANT=clean|partial|crash|hang|exit|poll_hang|FAULTS_FILE
 #         [-DEMULATOR=qemu-arm|-L|sysroot] [-DTIME64=ON|OFF] -P qualify_app.cmake
 # clean: exit 0, every row passed or not applicable, no error or warning finding.
 # partial: the same with not-applicable rows, and exit 1 with --require-all.
 # crash, hang, exit: exit 1, the misbehaving row FAILED naming what happened, the
 # callback, its type and the scenario line; every other row run; JUnit written.
+# poll_hang: a status answer that never returns hangs every row's poll: the first row
+# waits the whole row timeout, the later ones stop soon after the same callback is held.
 # A faults file: exit 1 and every fault in it found, by its class and field path.
 #   cmake -DSIM=special-sim -DAPP=lib.so -DPLAIN=SCENARIO [-DEMULATOR=...] -P qualify_app.cmake
 # PLAIN: a plain run of a crashing application reports the crash, then exits non-zero.
@@ -21,10 +23,15 @@ endif()
 file(REMOVE ${JUNIT})
 # a short row timeout keeps the hang's two rows from costing every suite 20 s
 set(timeout 10)
-if(WANT STREQUAL "hang")
+set(rows)
+if(WANT MATCHES "hang$")
   set(timeout 2)
 endif()
-execute_process(COMMAND ${emulator} ${SIM} --qualify --app ${APP} --junit ${JUNIT} --row-timeout ${timeout}
+if(WANT STREQUAL "poll_hang")
+  # three rows show it; every row would cost a second more
+  set(rows --row "status 12355 switch 15,status 12355 switch 613,status 12355 switch 614")
+endif()
+execute_process(COMMAND ${emulator} ${SIM} --qualify --app ${APP} --junit ${JUNIT} --row-timeout ${timeout} ${rows}
                 RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err)
 message("${out}${err}")
 if(NOT EXISTS ${JUNIT})
@@ -33,7 +40,12 @@ endif()
 file(READ ${JUNIT} xml)
 string(REGEX MATCHALL "<testcase " cases "${xml}")
 list(LENGTH cases ncases)
-if(NOT xml MATCHES "<testsuites>.*<testcase .*</testsuites>" OR ncases LESS 60)
+if(WANT STREQUAL "poll_hang")
+  set(want_rows 3)
+else()
+  set(want_rows 60)
+endif()
+if(NOT xml MATCHES "<testsuites>.*<testcase .*</testsuites>" OR ncases LESS want_rows)
   message(FATAL_ERROR "the JUnit XML in ${JUNIT} holds ${ncases} rows")
 endif()
 
@@ -61,6 +73,14 @@ endif()
 set(lost_crash "crash: SIGSEGV \\(segmentation fault\\) in recv_msg NOLTDEVSDK_SPECIAL_ON_WAKE \\(5\\) at 01-platform-commands.scn:[0-9]+ on the kernel message thread")
 set(lost_exit "exit: the application ended the process \\(exit status 3\\) inside recv_msg NOLTDEVSDK_SPECIAL_ON_WAKE \\(5\\) at 01-platform-commands.scn:[0-9]+ on the kernel message thread")
 set(lost_hang "hang: recv_msg NOLTDEVSDK_SPECIAL_ON_DELAY_SLEEP \\(2\\) has not returned after ${timeout} s \\(kernel message thread, 01-platform-commands.scn:[0-9]+\\)")
+if(WANT STREQUAL "poll_hang")
+  set(held "get_runtime_info NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS \\(5\\)")
+  if(NOT out MATCHES "\nFAILED +status 12355 switch 15\n    hang: ${held} has not returned after ${timeout} s \\(report-status poller"
+     OR NOT out MATCHES "\nFAILED +status 12355 switch 614\n    hang: ${held} hung again \\(held 500 ms here")
+    message(FATAL_ERROR "the hang in a status answer is not each row's verdict")
+  endif()
+  return()
+endif()
 if(DEFINED lost_${WANT})
   if(NOT out MATCHES "\nFAILED +command [^\n]+\n    ${lost_${WANT}}")
     message(FATAL_ERROR "the ${WANT} is not its row's verdict")

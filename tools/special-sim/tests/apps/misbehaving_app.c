@@ -3,6 +3,8 @@
  *   MISBEHAVE_CRASH  recv_msg dereferences NULL on the wake command
  *   MISBEHAVE_HANG   recv_msg never returns on the delay-sleep command
  *   MISBEHAVE_EXIT   recv_msg calls exit(3) on the wake command
+ *   MISBEHAVE_POLL_HANG  get_runtime_info never returns for the battery's work status,
+ *                    which every poll asks for
  * Every other callback answers a zeroed record, or NOT_SUPPORT where it has none. */
 #include <stddef.h>
 #include <stdlib.h>
@@ -34,6 +36,13 @@ static int on_recv_msg(noltDevSDK_special_msg_to_dev *msg) {
 }
 
 static int on_get_runtime_info(noltDevSDK_special_runtime_info *info) {
+#if defined(MISBEHAVE_POLL_HANG)
+    if (info->type == NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS) {
+        for (;;) {
+            pause();
+        }
+    }
+#endif
     if (info->type == NOLTDEVSDK_SPECIAL_ON_GET_DELETE_TRUSTEESHIP || info->data == NULL || info->len <= 0) {
         return NOLTDEVSDK_SPECIAL_CODE_NOT_SUPPORT;
     }
