@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 
 namespace sim {
 
@@ -120,7 +121,7 @@ void CopyRecord(void *dst, const void *src, int len, size_t size) {
 
 // Drops the entry of a child list (children, power) whose serial matches.
 template <class List> bool RemoveBySerial(List &list, const char *serial) {
-    const int capacity = static_cast<int>(sizeof list.subserial / sizeof list.subserial[0]);
+    const int capacity = static_cast<int>(std::size(list.subserial));
     int num = list.num < capacity ? list.num : capacity;
     for (int i = 0; i < num; i++) {
         if (std::strncmp(list.subserial[i].subserial, serial, sizeof list.subserial[i].subserial) == 0) {

@@ -113,16 +113,16 @@ class DocScanner {
         if (quote_ != 0) {
             bool escaped = escape_;
             escape_ = !escaped && c == '\\';
-            quote_ = !escaped && c == '"' ? 0 : quote_;
+            quote_ = !escaped && c == '"' ? '\0' : quote_;
             return false;
         }
-        quote_ = c == '"' ? '"' : 0;
+        quote_ = c == '"' ? '"' : '\0';
         depth_ += (c == '{' || c == '[') ? 1 : ((c == '}' || c == ']') ? -1 : 0);
         return (c == '}' || c == ']') && depth_ <= 0;
     }
     bool Xml(char c) {
         if (quote_ != 0) {
-            quote_ = c == quote_ ? 0 : quote_;
+            quote_ = c == quote_ ? '\0' : quote_;
             return false;
         }
         if (!in_tag_) {

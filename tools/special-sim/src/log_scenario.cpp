@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cctype>
+#include <cmath>
 #include <cstdio>
 #include <map>
 
@@ -174,7 +175,7 @@ class Writer {
     void Step(const LogEntry &e, const std::string &text) {
         FlushReports();
         if (keep_timing_ && e.time >= 0 && last_time_ >= 0 && e.time > last_time_) {
-            long ms = static_cast<long>((e.time - last_time_) * 1000 + 0.5);
+            long ms = std::lround((e.time - last_time_) * 1000);
             if (ms > 60000) {
                 steps_ += "# a gap of " + std::to_string(ms / 1000) + " s, shortened\n";
                 ms = 60000;

@@ -6,7 +6,7 @@
 
 namespace sim {
 
-#define MEMBER_SIZE(S, m) sizeof(static_cast<S *>(nullptr)->m)
+#define MEMBER_SIZE(S, m) sizeof(S::m)
 #define SCALAR(S, m, kind)                                                                                   \
     FieldDesc {                                                                                              \
 #m, Kind::kind, offsetof(S, m), MEMBER_SIZE(S, m)                                                    \
@@ -21,7 +21,7 @@ namespace sim {
 // An array of records: its element table, its capacity and the field counting it.
 #define ARRAY(S, m, elem, d0, d1, count)                                                                     \
     FieldDesc {                                                                                              \
-#m, Kind::Array, offsetof(S, m), elem.size, &elem, d0, d1, count                                     \
+#m, Kind::Array, offsetof(S, m), (elem).size, &(elem), d0, d1, count                                 \
     }
 
 using Cfg = noltDevSDK_special_flow_counting_cfg;

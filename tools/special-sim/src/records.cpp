@@ -1,6 +1,7 @@
 // Decoding and path-setting of records, driven by their field descriptors.
 #include "records.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cmath>
 #include <cstdint>
@@ -378,7 +379,7 @@ void WriteValue(const FieldRef &ref, void *record, const std::string &text) {
     switch (f.kind) {
     case Kind::Text:
         std::memset(p, 0, f.size);
-        std::memcpy(p, text.data(), text.size() < f.size ? text.size() : f.size - 1);
+        text.copy(reinterpret_cast<char *>(p), std::min(text.size(), f.size - 1));
         break;
     case Kind::Float: {
         float fv = std::strtof(text.c_str(), nullptr);
