@@ -28,10 +28,10 @@ bool AnswerFor(const std::string &answer, const std::pair<std::string, int> &wha
 }
 
 // The application's answers to what the row needs.
-std::vector<std::string> NeededAnswers(const RowSpec &spec, const RunReport &report) {
+std::vector<std::string> NeededAnswers(const RowPlan &plan, const RunReport &report) {
     std::vector<std::string> out;
     for (const std::string &a : report.answers) {
-        if (std::any_of(spec.needs.begin(), spec.needs.end(),
+        if (std::any_of(plan.needs.begin(), plan.needs.end(),
                         [&a](const auto &n) { return AnswerFor(a, n); })) {
             out.push_back(a);
         }
@@ -41,10 +41,10 @@ std::vector<std::string> NeededAnswers(const RowSpec &spec, const RunReport &rep
 
 // A not-supported answer to something the row needs (its text in *which); *declined
 // when it was the answer to a command (recv_msg), which the row cannot pass with.
-bool Needed(const RowSpec &spec, const RunReport &report, std::string *which, bool *declined) {
+bool Needed(const RowPlan &plan, const RunReport &report, std::string *which, bool *declined) {
     bool found = false;
     for (const auto &ns : report.not_supported) {
-        if (std::find(spec.needs.begin(), spec.needs.end(), ns) == spec.needs.end()) {
+        if (std::find(plan.needs.begin(), plan.needs.end(), ns) == plan.needs.end()) {
             continue;
         }
         for (const std::string &a : report.answers) {
@@ -182,9 +182,9 @@ bool ReadRow(int fd, std::chrono::steady_clock::time_point deadline, const std::
 // The row's verdict from the board as the hang left it (read before the kill), then the
 // row's process ended; the callbacks still held are remembered as hung. timeout_s 0: the
 // row was stopped as a known hang.
-QualifyRow StopHungRow(const RowSpec &spec, const std::string &app, pid_t pid, int timeout_s,
+QualifyRow StopHungRow(const RowPlan &plan, const std::string &app, pid_t pid, int timeout_s,
                        std::vector<KnownHang> *known) {
-    QualifyRow hung = LostRow(spec, app, 0, true, timeout_s);
+    QualifyRow hung = LostRow(plan, app, 0, true, timeout_s);
     for (const InFlight &f : BoardInFlight()) {
         known->push_back(KnownHang{f.callback, f.type});
     }
@@ -194,11 +194,11 @@ QualifyRow StopHungRow(const RowSpec &spec, const std::string &app, pid_t pid, i
     return hung;
 }
 
-QualifyRow RunRowIsolated(const RowSpec &spec, const RunOptions &options, int timeout_s, bool required,
+QualifyRow RunRowIsolated(const RowPlan &plan, const RunOptions &options, int timeout_s, bool required,
                           std::vector<KnownHang> *known, std::vector<Finding> *findings) {
     int fds[2];
     if (pipe(fds) != 0) {
-        return RunRowHere(spec, options, required, findings);
+        return RunRowHere(plan, options, required, findings);
     }
     ResetCrashBoard();
     std::fflush(nullptr);
@@ -208,7 +208,7 @@ QualifyRow RunRowIsolated(const RowSpec &spec, const RunOptions &options, int ti
         InstallCrashReport(-1);
         InstallExitReport(-1);
         std::vector<Finding> mine;
-        QualifyRow row = RunRowHere(spec, options, required, &mine);
+        QualifyRow row = RunRowHere(plan, options, required, &mine);
         std::string text = SerializeRow(row, mine);
         for (size_t done = 0; done < text.size();) {
             ssize_t n = write(fds[1], text.data() + done, text.size() - done);
@@ -225,7 +225,7 @@ QualifyRow RunRowIsolated(const RowSpec &spec, const RunOptions &options, int ti
     close(fds[0]);
     int status = 0;
     if (pid > 0 && !in_time) {
-        return StopHungRow(spec, options.app, pid, again ? 0 : timeout_s, known);
+        return StopHungRow(plan, options.app, pid, again ? 0 : timeout_s, known);
     }
     if (pid > 0) {
         waitpid(pid, &status, 0);
@@ -234,19 +234,19 @@ QualifyRow RunRowIsolated(const RowSpec &spec, const RunOptions &options, int ti
     if (pid > 0 && ParseRow(text, &row, findings)) {
         return row;
     }
-    return LostRow(spec, options.app, status, false, timeout_s);
+    return LostRow(plan, options.app, status, false, timeout_s);
 }
 
 } // namespace
 
 // The outcome and its reason, findings aside.
-void Outcome(const RowSpec &spec, const RunReport &report, const std::vector<std::string> &unmet,
+void Outcome(const RowPlan &plan, const RunReport &report, const std::vector<std::string> &unmet,
              bool required, QualifyRow *row) {
     std::string which;
     bool declined = false;
     // a status the module still reported, unchanged and unasked, although one of its
     // questions was not supported, passes
-    bool not_supported = Needed(spec, report, &which, &declined) &&
+    bool not_supported = Needed(plan, report, &which, &declined) &&
                          (declined || !unmet.empty() || !report.not_exercised.empty());
     if (!row->problems.empty()) {
         row->status = kOutcomes[1];
@@ -261,22 +261,22 @@ void Outcome(const RowSpec &spec, const RunReport &report, const std::vector<std
     }
 }
 
-QualifyRow JudgeRow(const RowSpec &spec, const RunReport &report, const std::vector<std::string> &unmet,
+QualifyRow JudgeRow(const RowPlan &plan, const RunReport &report, const std::vector<std::string> &unmet,
                     bool required) {
     QualifyRow row;
-    row.capability = spec.name;
-    row.kind = spec.kind;
-    row.file = spec.file;
+    row.capability = plan.name;
+    row.kind = plan.kind;
+    row.file = plan.file;
     for (const Finding &f : report.findings) {
         (f.issue.severity != Severity::Info ? row.problems : row.notes).push_back(DescribeFinding(f));
     }
-    Outcome(spec, report, unmet, required, &row);
+    Outcome(plan, report, unmet, required, &row);
     if (row.status != kOutcomes[1]) {
         return row;
     }
     row.problems.insert(row.problems.end(), report.not_exercised.begin(), report.not_exercised.end());
     row.problems.insert(row.problems.end(), unmet.begin(), unmet.end());
-    for (const std::string &a : unmet.empty() ? std::vector<std::string>() : NeededAnswers(spec, report)) {
+    for (const std::string &a : unmet.empty() ? std::vector<std::string>() : NeededAnswers(plan, report)) {
         row.problems.push_back("the application answered " + a);
     }
     if (!row.reason.empty()) {
@@ -286,32 +286,32 @@ QualifyRow JudgeRow(const RowSpec &spec, const RunReport &report, const std::vec
     return row;
 }
 
-QualifyRow RunRowHere(const RowSpec &spec, const RunOptions &options, bool required,
+QualifyRow RunRowHere(const RowPlan &plan, const RunOptions &options, bool required,
                       std::vector<Finding> *findings) {
-    Scenario scenario = ParseScenario(spec.scenario, spec.file);
+    Scenario scenario = ParseScenario(plan.scenario, plan.file);
     if (!scenario.errors.empty()) {
-        QualifyRow row{spec.name, spec.kind, spec.file, "FAILED", scenario.errors, {}, "", ""};
+        QualifyRow row{plan.name, plan.kind, plan.file, "FAILED", scenario.errors, {}, "", ""};
         return row;
     }
     FILE *sink = std::fopen("/dev/null", "w");
     Transcript out(sink ? sink : stderr, true, true);
     RunReport report;
-    int rc = RunScenario(scenario, spec.file, out, options, &report);
+    int rc = RunScenario(scenario, plan.file, out, options, &report);
     if (sink != nullptr) {
         std::fclose(sink);
     }
-    std::vector<std::string> unmet = CheckExpectations(out.Lines(), spec.expect, spec.expect_file);
+    std::vector<std::string> unmet = CheckExpectations(out.Lines(), plan.expect, plan.expect_file);
     if (rc != 0) {
         unmet.insert(unmet.begin(), "the application did not start");
     }
     findings->insert(findings->end(), report.findings.begin(), report.findings.end());
-    QualifyRow row = JudgeRow(spec, report, unmet, required);
+    QualifyRow row = JudgeRow(plan, report, unmet, required);
     return row;
 }
 
-QualifyRow LostRow(const RowSpec &spec, const std::string &app, int wait_status, bool timed_out,
+QualifyRow LostRow(const RowPlan &plan, const std::string &app, int wait_status, bool timed_out,
                    int timeout_s) {
-    QualifyRow row{spec.name, spec.kind, spec.file, "FAILED", {}, {}, "", ""};
+    QualifyRow row{plan.name, plan.kind, plan.file, "FAILED", {}, {}, "", ""};
     std::vector<InFlight> in = BoardInFlight();
     if (timed_out) {
         for (const InFlight &f : in) {
@@ -391,7 +391,7 @@ bool ParseRow(const std::string &text, QualifyRow *row, std::vector<Finding> *fi
 std::vector<QualifyRow> RunQualify(const QualifyOptions &qualify, const RunOptions &options, FILE *out,
                                    std::vector<Finding> *findings) {
     std::vector<std::string> problems;
-    std::vector<RowSpec> specs = SuiteRows(qualify.suite_dir, &problems);
+    std::vector<RowPlan> plans = SuiteRows(qualify.suite_dir, &problems);
     std::vector<QualifyRow> rows;
     for (const std::string &p : problems) {
         std::fprintf(out, "suite: %s\n", p.c_str());
@@ -399,15 +399,15 @@ std::vector<QualifyRow> RunQualify(const QualifyOptions &qualify, const RunOptio
     ShareCrashBoard();
     std::vector<KnownHang> known;
     std::fprintf(out, "\n== qualification\n");
-    for (const RowSpec &spec : specs) {
-        if (!qualify.only.empty() && !RowSelected(spec, qualify.only)) {
+    for (const RowPlan &plan : plans) {
+        if (!qualify.only.empty() && !RowSelected(plan, qualify.only)) {
             continue;
         }
         bool required =
-            qualify.require_all || (!qualify.require.empty() && RowSelected(spec, qualify.require));
-        QualifyRow row = RunRowIsolated(spec, options, qualify.row_timeout_s, required, &known, findings);
+            qualify.require_all || (!qualify.require.empty() && RowSelected(plan, qualify.require));
+        QualifyRow row = RunRowIsolated(plan, options, qualify.row_timeout_s, required, &known, findings);
         if (row.status == "FAILED") {
-            row.rerun = "special-sim --qualify --app " + Quote(options.app) + " --row " + Quote(spec.name);
+            row.rerun = "special-sim --qualify --app " + Quote(options.app) + " --row " + Quote(plan.name);
         }
         PrintRow(out, row);
         rows.push_back(row);

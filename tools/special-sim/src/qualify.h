@@ -26,11 +26,11 @@ struct QualifyOptions {
 // not-supported answer to what the row needs makes it not applicable (FAILED when
 // required); a control request refused makes it not exercised; else its expectations
 // decide.
-QualifyRow JudgeRow(const RowSpec &spec, const RunReport &report, const std::vector<std::string> &unmet,
+QualifyRow JudgeRow(const RowPlan &plan, const RunReport &report, const std::vector<std::string> &unmet,
                     bool required);
 
 // Runs one row here, in this process.
-QualifyRow RunRowHere(const RowSpec &spec, const RunOptions &options, bool required,
+QualifyRow RunRowHere(const RowPlan &plan, const RunOptions &options, bool required,
                       std::vector<Finding> *findings);
 
 // Runs the rows, each in a child process, printing each verdict to out as it comes.
@@ -38,7 +38,7 @@ std::vector<QualifyRow> RunQualify(const QualifyOptions &qualify, const RunOptio
                                    std::vector<Finding> *findings);
 
 // The verdict of a row whose process ended without one: a crash, an exit or a hang.
-QualifyRow LostRow(const RowSpec &spec, const std::string &app, int wait_status, bool timed_out,
+QualifyRow LostRow(const RowPlan &plan, const std::string &app, int wait_status, bool timed_out,
                    int timeout_s);
 
 // A row's result and findings as lines for the pipe from its process, and back.

@@ -170,9 +170,9 @@ std::string Capability(const std::string &text, const std::string &fallback) {
     return text.substr(start, end == std::string::npos ? std::string::npos : end - start);
 }
 
-RowSpec MakeRow(const std::string &name, const std::string &file, const std::string &scenario,
+RowPlan MakeRow(const std::string &name, const std::string &file, const std::string &scenario,
                 const std::string &expect_file, const std::string &expect) {
-    RowSpec row{name, KindOf(name), file, scenario, expect_file, expect, {}};
+    RowPlan row{name, KindOf(name), file, scenario, expect_file, expect, {}};
     row.needs = RowNeeds(scenario, expect);
     return row;
 }
@@ -206,7 +206,7 @@ void AddNeed(const std::string &callback, const std::string &name, const std::st
 
 // A command's failure path: the same steps with the application asked first to answer
 // its message -1; the module still answers the platform with the same sequence number.
-bool FailureRow(const RowSpec &command, RowSpec *out) {
+bool FailureRow(const RowPlan &command, RowPlan *out) {
     std::string type, answer;
     for (const std::string &line : SplitLines(command.expect)) {
         std::vector<std::string> words;
@@ -235,7 +235,7 @@ bool FailureRow(const RowSpec &command, RowSpec *out) {
 }
 
 // The status items over the template section: its {report} and {type} filled in.
-void StatusRows(const std::string &file, const std::string &text, std::vector<RowSpec> *rows) {
+void StatusRows(const std::string &file, const std::string &text, std::vector<RowPlan> *rows) {
     for (const StatusItem &item : kStatusItems) {
         std::string scenario = text;
         for (const auto &fill : {std::make_pair(std::string("{report}"), std::to_string(item.report)),
@@ -253,7 +253,7 @@ void StatusRows(const std::string &file, const std::string &text, std::vector<Ro
     }
 }
 
-void FileRows(const std::string &dir, const std::string &file, std::vector<RowSpec> *rows,
+void FileRows(const std::string &dir, const std::string &file, std::vector<RowPlan> *rows,
               std::vector<std::string> *problems) {
     std::string text, expect_text;
     Slurp(dir + "/" + file, &text);
@@ -276,7 +276,7 @@ void FileRows(const std::string &dir, const std::string &file, std::vector<RowSp
             problems->push_back(base + ".expect: no section '# row: " + name + "'");
         }
         rows->push_back(MakeRow(name, file, scn.Keep(i), base + ".expect", mine));
-        RowSpec failure;
+        RowPlan failure;
         if (rows->back().kind == "command" && FailureRow(rows->back(), &failure)) {
             rows->push_back(failure);
         }
@@ -303,15 +303,15 @@ std::vector<std::pair<std::string, int>> RowNeeds(const std::string &scenario, c
     return needs;
 }
 
-std::vector<RowSpec> SuiteRows(const std::string &dir, std::vector<std::string> *problems) {
-    std::vector<RowSpec> rows;
+std::vector<RowPlan> SuiteRows(const std::string &dir, std::vector<std::string> *problems) {
+    std::vector<RowPlan> rows;
     for (const std::string &file : SuiteFiles(dir)) {
         FileRows(dir, file, &rows, problems);
     }
     return rows;
 }
 
-bool RowSelected(const RowSpec &row, const std::string &list) {
+bool RowSelected(const RowPlan &row, const std::string &list) {
     std::stringstream in(list);
     std::string item;
     while (std::getline(in, item, ',')) {

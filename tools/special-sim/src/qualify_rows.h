@@ -11,7 +11,7 @@
 
 namespace sim {
 
-struct RowSpec {
+struct RowPlan {
     std::string name;        // "command kCenPlt2PuSetDevPlanReq", "status 12382 Battery_WorkStatus"
     std::string kind;        // its first word: command, status, request, shadow, raw, custom, failure
     std::string file;        // the scenario file, for "file:line"
@@ -24,13 +24,13 @@ struct RowSpec {
 };
 
 // Every row of the suite in dir, in file order; a problem with the suite goes to *problems.
-std::vector<RowSpec> SuiteRows(const std::string &dir, std::vector<std::string> *problems);
+std::vector<RowPlan> SuiteRows(const std::string &dir, std::vector<std::string> *problems);
 
 // The (callback, type) pairs named by expectation lines ("recv_msg name=X", "get_runtime_info
 // type=N") and by "# needs: CALLBACK TYPE" lines of a scenario.
 std::vector<std::pair<std::string, int>> RowNeeds(const std::string &scenario, const std::string &expect);
 
 // Whether a row is selected by a list of rows or kinds ("status,command kCenPlt2PuWakeReq").
-bool RowSelected(const RowSpec &row, const std::string &list);
+bool RowSelected(const RowPlan &row, const std::string &list);
 
 } // namespace sim

@@ -39,8 +39,8 @@ Finding MakeFinding(Severity severity) {
 // Each outcome from what a run left: the findings, the application's answers, the
 // steps not exercised and the unmet expectations.
 TEST(Judge, FourOutcomesAndTheirMessages) {
-    RowSpec spec{"command kCenPlt2PuSetDevPlanReq", "command", "f.scn", "", "f.expect", "", {}};
-    spec.needs = {{"get_runtime_info", 14}, {"recv_msg", 5}};
+    RowPlan plan{"command kCenPlt2PuSetDevPlanReq", "command", "f.scn", "", "f.expect", "", {}};
+    plan.needs = {{"get_runtime_info", 14}, {"recv_msg", 5}};
     const std::string wake_ns = DescribeCode(kNotSupport) + " to recv_msg NOLTDEVSDK_SPECIAL_ON_WAKE (5)";
     const std::string plan_ns =
         DescribeCode(kNotSupport) + " to get_runtime_info NOLTDEVSDK_SPECIAL_ON_GET_SPECIAL_PLAN (14)";
@@ -140,7 +140,7 @@ TEST(Judge, FourOutcomesAndTheirMessages) {
         report.answers = c.answers;
         report.not_supported = c.not_supported;
         report.not_exercised = c.not_exercised;
-        QualifyRow row = JudgeRow(spec, report, c.unmet, c.required);
+        QualifyRow row = JudgeRow(plan, report, c.unmet, c.required);
         EXPECT_EQ(row.status, c.status) << c.what;
         std::string all = row.reason;
         for (const std::string &p : row.problems) {
@@ -183,7 +183,7 @@ enum class Misbehave { Crash, Exit, Hang, QuietCrash };
 // verdict names what happened, the callback, its type, the step and the thread.
 TEST(Judge, ALostRowSaysWhatHappenedWhere) {
     ShareCrashBoard();
-    RowSpec spec{"command kCenPlt2PuWakeReq", "command", "f.scn", "", "", "", {}};
+    RowPlan plan{"command kCenPlt2PuWakeReq", "command", "f.scn", "", "", "", {}};
     const struct {
         Misbehave how;
         const char *says;
@@ -220,12 +220,12 @@ TEST(Judge, ALostRowSaysWhatHappenedWhere) {
         QualifyRow row;
         if (c.how == Misbehave::Hang) {
             std::this_thread::sleep_for(std::chrono::milliseconds(200));
-            row = LostRow(spec, "", 0, true, 1);
+            row = LostRow(plan, "", 0, true, 1);
             kill(pid, SIGKILL);
             waitpid(pid, &status, 0);
         } else {
             waitpid(pid, &status, 0);
-            row = LostRow(spec, "", status, false, 1);
+            row = LostRow(plan, "", status, false, 1);
         }
         EXPECT_EQ(row.status, "FAILED");
         ASSERT_FALSE(row.problems.empty());
@@ -253,7 +253,7 @@ TEST(SuiteRows, SectionsTemplatesAndDerivedRows) {
         std::ofstream(std::string(dir) + "/" + f.name) << f.text;
     }
     std::vector<std::string> problems;
-    std::vector<RowSpec> rows = SuiteRows(dir, &problems);
+    std::vector<RowPlan> rows = SuiteRows(dir, &problems);
     EXPECT_TRUE(problems.empty());
     ASSERT_EQ(rows.size(), 3u + 22u);
     EXPECT_EQ(rows[0].name, "command kCenPlt2PuWakeReq");
