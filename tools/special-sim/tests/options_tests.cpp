@@ -81,6 +81,47 @@ TEST(Options, NamesTheProblemOfABadUse) {
     }
 }
 
+// The qualification's and the log replay's options, each alone, set their field and no
+// other: two option tables were joined by hand once, which is what this guards.
+TEST(Options, QualifyAndLogOptionsSetTheirFields) {
+    struct Case {
+        std::initializer_list<const char *> words;
+        const char *name;
+        bool (*holds)(const Options &);
+    } cases[] = {
+        {{"--row", "status,command kCenPlt2PuWakeReq"},
+         "--row",
+         [](const Options &o) { return o.qualify_options.only == "status,command kCenPlt2PuWakeReq"; }},
+        {{"--require", "shadow"},
+         "--require",
+         [](const Options &o) { return o.qualify_options.require == "shadow"; }},
+        {{"--require-all"}, "--require-all", [](const Options &o) { return o.qualify_options.require_all; }},
+        {{"--row-timeout", "3"},
+         "--row-timeout",
+         [](const Options &o) { return o.qualify_options.row_timeout_s == 3; }},
+        {{"--slow-worker-ms", "700"},
+         "--slow-worker-ms",
+         [](const Options &o) { return o.run.check.slow_worker_ms == 700; }},
+        {{"--version"}, "--version", [](const Options &o) { return o.version; }},
+        {{"--from-log", "cam.log"}, "--from-log", [](const Options &o) { return o.from_log == "cam.log"; }},
+        {{"--out", "field"}, "--out", [](const Options &o) { return o.out_name == "field"; }},
+        {{"--keep-timing"}, "--keep-timing", [](const Options &o) { return o.keep_timing; }},
+        {{"--no-check"}, "--no-check", [](const Options &o) { return !o.run.check.check; }},
+    };
+    for (const Case &c : cases) {
+        Options o;
+        ASSERT_EQ(Parse(c.words, &o), "") << c.name;
+        EXPECT_TRUE(c.holds(o)) << c.name;
+        Options d;
+        // every other case's field keeps its default
+        for (const Case &other : cases) {
+            if (&other != &c) {
+                EXPECT_EQ(other.holds(o), other.holds(d)) << c.name << " touched " << other.name;
+            }
+        }
+    }
+}
+
 TEST(Options, HelpStopsTheParsing) {
     for (const char *help : {"-h", "--help"}) {
         Options o;

@@ -342,3 +342,43 @@ TEST(AppChecker, NoFalseAlarmsOnWhatTheHeaderAllows) {
 
 } // namespace
 } // namespace sim
+
+namespace sim {
+namespace {
+
+// What a hang row says, the first time and when the same callback hangs again, and which
+// frames of a crash are shown: the application's own when it has any, else all of them.
+TEST(CrashBoard, HangTextsAndTheFramesShown) {
+    InFlight in;
+    in.callback = "get_runtime_info";
+    in.type = 5;
+    in.type_name = "NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS";
+    in.where = "03-status-items.scn:7";
+    in.thread = "report-status poller";
+    EXPECT_EQ(DescribeHang(in, 10),
+              "get_runtime_info NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS (5) has not "
+              "returned after 10 s (report-status poller, 03-status-items.scn:7)");
+    EXPECT_EQ(
+        DescribeKnownHang(in, 500),
+        "get_runtime_info NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS (5) hung again (held 500 ms here, "
+        "the whole row timeout in an earlier row; report-status poller, 03-status-items.scn:7)");
+
+    const std::vector<std::string> foreign = {"libc.so.6(+0x8aeec) [0x1]", "special-sim(+0x100) [0x2]"};
+    struct Case {
+        const char *name;
+        std::vector<std::string> frames;
+        size_t shown;
+    } cases[] = {
+        {"no frame of the application: all shown", foreign, 2},
+        {"the application's frames only",
+         {"libc.so.6(+0x1) [0x1]", "libnothere_app.so(+0x10) [0x3]", "libnothere_app.so(+0x20) [0x4]"},
+         2},
+    };
+    for (const Case &c : cases) {
+        std::vector<std::string> shown = AppFrames(c.frames, "/nowhere/libnothere_app.so");
+        EXPECT_EQ(shown.size(), c.shown) << c.name;
+    }
+}
+
+} // namespace
+} // namespace sim
