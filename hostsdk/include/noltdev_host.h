@@ -166,6 +166,14 @@ void noltdev_host_set_log_hook(noltdev_host_log_hook_fn fn, void *user);
  *         NOLTDEV_LOG_LEVEL, else 2; 0 silences). */
 void noltdev_host_set_log_level(int level);
 
+/* ---- thread names ------------------------------------------------------------------ */
+
+/** @brief The names the host SDK gives its own threads (pthread_setname_np), as debuggers,
+ *  `ps -L` and ThreadSanitizer's reports show them. At most 15 characters each. */
+#define NOLTDEV_HOST_THREAD_KERNEL "kernel-msg"    /**< the kernel message thread */
+#define NOLTDEV_HOST_THREAD_REPORT "report-status" /**< the report-status polling thread */
+#define NOLTDEV_HOST_THREAD_SHADOW "shadow-report" /**< the shadow service's start-up reports */
+
 /* ---- report-status service -------------------------------------------------------- */
 
 /** @brief Runs one poll synchronously on the caller's thread.

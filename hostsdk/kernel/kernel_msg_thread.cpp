@@ -1,5 +1,7 @@
 // The kernel message thread: platform messages posted through the control API are
 // queued and delivered in order, one at a time, on this thread.
+#include <pthread.h>
+
 #include <condition_variable>
 #include <deque>
 #include <mutex>
@@ -31,6 +33,7 @@ thread_local bool t_on_message_thread = false;
 
 void Run() {
     t_on_message_thread = true;
+    pthread_setname_np(pthread_self(), NOLTDEV_HOST_THREAD_KERNEL);
     std::unique_lock<std::mutex> lock(g_mu);
     for (;;) {
         g_wake.wait(lock, [] { return g_stopping || !g_queue.empty(); });

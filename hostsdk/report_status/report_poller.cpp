@@ -2,7 +2,11 @@
 // polling thread with its period.
 #include "report_poller.h"
 
+#include <pthread.h>
+
 #include <chrono>
+
+#include "noltdev_host.h"
 
 namespace noltdev_host {
 
@@ -102,6 +106,7 @@ void ReportPoller::Quiesced(const std::function<void()> &fn) {
 
 void ReportPoller::Loop() {
     t_poll_thread = true;
+    pthread_setname_np(pthread_self(), NOLTDEV_HOST_THREAD_REPORT);
     std::unique_lock<std::mutex> lock(mu_);
     while (AcquireItemsForThread(lock)) {
         lock.unlock();

@@ -4,6 +4,8 @@
 // is still finishing at process exit finds it intact.
 #include "shadow_reporter.h"
 
+#include <pthread.h>
+
 #include <algorithm>
 #include <condition_variable>
 #include <deque>
@@ -29,6 +31,7 @@ Reporter &State() {
 }
 
 void Run() {
+    pthread_setname_np(pthread_self(), NOLTDEV_HOST_THREAD_SHADOW);
     Reporter &r = State();
     std::unique_lock<std::mutex> lock(r.mu);
     while (!r.queue.empty()) {

@@ -2,6 +2,7 @@
 #include "app_check.h"
 
 #include <malloc.h>
+#include <pthread.h>
 
 #include <chrono>
 #include <cstddef>
@@ -10,6 +11,7 @@
 
 #include "crash_board.h"
 #include "names.h"
+#include "noltdev_host.h"
 #include "record_tables.h"
 
 namespace sim {
@@ -33,6 +35,15 @@ std::string ThreadName(int recv_type) {
     if (t_role != nullptr) {
         return t_role;
     }
+    // the host SDK's own threads carry their names
+    char name[16] = "";
+    pthread_getname_np(pthread_self(), name, sizeof name);
+    if (std::strcmp(name, NOLTDEV_HOST_THREAD_REPORT) == 0) {
+        return kRolePoller;
+    }
+    if (std::strcmp(name, NOLTDEV_HOST_THREAD_SHADOW) == 0) {
+        return kRoleShadow;
+    }
     t_voice_worker = t_voice_worker || recv_type == NOLTDEVSDK_SPECIAL_ON_OPERATE_CUSTOM_VOICE;
     return t_voice_worker ? kVoiceWorker : kKernelThread;
 }
@@ -53,6 +64,10 @@ std::string DescribeFinding(const Finding &f) {
     return std::string(SeverityName(f.issue.severity)) + " " + FaultClassName(f.issue.fault) + " " +
            f.callback + " " + f.type_name + " (" + std::to_string(f.type) + ") " + f.issue.path + ": " +
            f.issue.what + " (" + f.where + ", " + f.thread + again + ")";
+}
+
+std::string FindingKey(FaultClass fault, const std::string &callback, int type, const std::string &path) {
+    return std::string(FaultClassName(fault)) + " " + callback + " " + std::to_string(type) + " " + path;
 }
 
 AppChecker::AppChecker(CallbackObserver &observer, const CheckOptions &options)
@@ -239,7 +254,7 @@ void AppChecker::Enter(const char *callback, int type, const std::string &thread
     const NameTable &names = std::string(callback) == "recv_msg" ? kMsgTypes : kRuntimeTypes;
     std::lock_guard<std::mutex> lock(mu_);
     BoardEnter(callback, type, names.Name(type), where_, thread);
-    if (inside_ > t_inside && options_.check) {
+    if (inside_ > t_inside && options_.check && options_.note_overlap) {
         issues->push_back(Issue{FaultClass::Concurrent, std::string(callback) + "(entry)",
                                 "entered on the " + thread + " while a callback runs on the " +
                                     inside_thread_ + " (type " + std::to_string(type) + ")",
@@ -274,8 +289,10 @@ void AppChecker::Record(const char *callback, int type, const std::string &threa
     {
         std::lock_guard<std::mutex> lock(mu_);
         for (const Issue &issue : issues) {
-            std::string key = std::string(FaultClassName(issue.fault)) + " " + callback + " " +
-                              std::to_string(type) + " " + issue.path;
+            std::string key = FindingKey(issue.fault, callback, type, issue.path);
+            if (options_.already_found.count(key) != 0) {
+                continue;
+            }
             auto first = seen_.find(key);
             if (first != seen_.end()) {
                 findings_[first->second].repeats++;

@@ -7,6 +7,7 @@
 
 #include <map>
 #include <mutex>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -40,16 +41,23 @@ struct Finding {
 // "error text recv_msg NOLTDEVSDK_SPECIAL_ON_... (18) plan.time[0][0].begin: what (file:line, thread)".
 std::string DescribeFinding(const Finding &finding);
 
+// What makes two findings the same fault: its class, callback, type and field.
+std::string FindingKey(FaultClass fault, const std::string &callback, int type, const std::string &path);
+
 struct CheckOptions {
     bool check = true; // run the contract checks (off: the shims only forward and show)
     int slow_ms = 500; // a callback holding its thread longer than this is a finding
     // the same for a custom-voice worker, where slow work belongs; -1: not checked
     int slow_worker_ms = -1;
+    // note callbacks that overlap on different threads (off where overlap is the point)
+    bool note_overlap = true;
+    // faults (FindingKey) already reported elsewhere, not reported again
+    std::set<std::string> already_found;
 };
 
 // The shims' state; a fault found again in the same field of the same callback and
-// type counts as a repeat of its first finding. one per run, installed with Install() before the application
-// starts.
+// type counts as a repeat of its first finding. One per run, installed with Install()
+// before the application starts.
 
 // The roles of the scenario's own thread, as findings name it.
 extern const char kRoleApplication[]; // "application thread": steps, start and stop

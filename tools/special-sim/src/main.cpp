@@ -45,6 +45,8 @@ const char kUsage[] =
     "  --require LIST  with --qualify: rows or kinds that must be supported (not applicable fails)\n"
     "  --require-all   with --qualify: every row must be supported\n"
     "  --row-timeout S with --qualify: a row still running after S seconds is a hang (10)\n"
+    "  --poll-ms N     the report-status service polls on its own thread every N ms, as on a device\n"
+    "  --concurrency-s S  with --qualify: how long each concurrency row runs (3; 0: none)\n"
     "  --version       print the simulator's and the module's versions\n"
     "  --from-log LOG  a device's log as a scenario: --out NAME writes NAME.scn and NAME.expect,\n"
     "                  --app LIB.so replays it and prints where the PC run departs from the device\n"

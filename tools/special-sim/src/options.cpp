@@ -43,6 +43,9 @@ int *NumberOption(Options &a, const std::string &arg) {
     if (arg == "--slow-worker-ms") {
         return &a.run.check.slow_worker_ms;
     }
+    if (arg == "--poll-ms" || arg == "--concurrency-s") {
+        return arg == "--poll-ms" ? &a.run.poll_ms : &a.qualify_options.concurrency_s;
+    }
     if (arg == "--row-timeout") {
         return &a.qualify_options.row_timeout_s;
     }

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstring>
+#include <map>
 
 #include "crash_board.h"
 #include "expect.h"
@@ -137,6 +138,10 @@ void PrintRow(FILE *out, const QualifyRow &r) {
 
 std::string Quote(const std::string &text) {
     return text.find(' ') == std::string::npos ? text : "\"" + text + "\"";
+}
+
+bool HeldOnTwoThreads(const std::vector<InFlight> &in) {
+    return std::any_of(in.begin(), in.end(), [&in](const InFlight &f) { return f.thread != in[0].thread; });
 }
 
 // A callback and record type that hung for a whole row timeout: in a later row the same
@@ -289,6 +294,11 @@ QualifyRow JudgeRow(const RowPlan &plan, const RunReport &report, const std::vec
 QualifyRow RunRowHere(const RowPlan &plan, const RunOptions &options, bool required,
                       std::vector<Finding> *findings) {
     Scenario scenario = ParseScenario(plan.scenario, plan.file);
+    for (const RowPlan &member : plan.members) {
+        Scenario part = ParseScenario(member.scenario, member.file);
+        scenario.steps.insert(scenario.steps.end(), part.steps.begin(), part.steps.end());
+        scenario.errors.insert(scenario.errors.end(), part.errors.begin(), part.errors.end());
+    }
     if (!scenario.errors.empty()) {
         QualifyRow row{plan.name, plan.kind, plan.file, "FAILED", scenario.errors, {}, "", ""};
         return row;
@@ -301,6 +311,11 @@ QualifyRow RunRowHere(const RowPlan &plan, const RunOptions &options, bool requi
         std::fclose(sink);
     }
     std::vector<std::string> unmet = CheckExpectations(out.Lines(), plan.expect, plan.expect_file);
+    for (const RowPlan &member : plan.members) {
+        for (const std::string &u : CheckExpectations(out.Lines(), member.expect, member.expect_file)) {
+            unmet.push_back(member.name + ": " + u);
+        }
+    }
     if (rc != 0) {
         unmet.insert(unmet.begin(), "the application did not start");
     }
@@ -317,6 +332,10 @@ QualifyRow LostRow(const RowPlan &plan, const std::string &app, int wait_status,
         for (const InFlight &f : in) {
             row.problems.push_back(
                 "hang: " + (timeout_s > 0 ? DescribeHang(f, timeout_s) : DescribeKnownHang(f, kKnownHangMs)));
+        }
+        if (HeldOnTwoThreads(in)) {
+            row.problems.push_back("hang: callbacks are held on more than one thread at once: each may wait "
+                                   "for a lock the other holds (a deadlock)");
         }
         if (in.empty()) {
             CrashReport board = BoardCrash();
@@ -388,31 +407,119 @@ bool ParseRow(const std::string &text, QualifyRow *row, std::vector<Finding> *fi
     return ended;
 }
 
-std::vector<QualifyRow> RunQualify(const QualifyOptions &qualify, const RunOptions &options, FILE *out,
-                                   std::vector<Finding> *findings) {
-    std::vector<std::string> problems;
-    std::vector<RowPlan> plans = SuiteRows(qualify.suite_dir, &problems);
+namespace {
+
+std::vector<Finding> Joined(std::vector<Finding> a, const std::vector<Finding> &b) {
+    a.insert(a.end(), b.begin(), b.end());
+    return a;
+}
+
+// The report-status thread's period in the concurrency rows, unless --poll-ms says.
+constexpr int kConcurrencyPollMs = 10;
+
+// One qualification run: the rows' verdicts so far and what the rows learnt.
+struct QualifyRun {
+    const QualifyOptions &qualify;
+    const RunOptions &options;
+    FILE *out;
+    std::vector<Finding> *findings;
     std::vector<QualifyRow> rows;
-    for (const std::string &p : problems) {
-        std::fprintf(out, "suite: %s\n", p.c_str());
-    }
-    ShareCrashBoard();
+    std::map<std::string, std::string> outcome; // row name -> its outcome, for every row run
     std::vector<KnownHang> known;
-    std::fprintf(out, "\n== qualification\n");
-    for (const RowPlan &plan : plans) {
-        if (!qualify.only.empty() && !RowSelected(plan, qualify.only)) {
-            continue;
-        }
-        bool required =
-            qualify.require_all || (!qualify.require.empty() && RowSelected(plan, qualify.require));
-        QualifyRow row = RunRowIsolated(plan, options, qualify.row_timeout_s, required, &known, findings);
-        if (row.status == "FAILED") {
+    std::vector<Finding> quiet; // the findings of rows run without a verdict of their own
+
+    bool Required(const RowPlan &plan) const {
+        return qualify.require_all || (!qualify.require.empty() && RowSelected(plan, qualify.require));
+    }
+    // Prints the row's verdict (with how to run it alone when it failed) and keeps it.
+    void Keep(const RowPlan &plan, QualifyRow row) {
+        if (row.status == kOutcomes[1]) {
             row.rerun = "special-sim --qualify --app " + Quote(options.app) + " --row " + Quote(plan.name);
         }
         PrintRow(out, row);
         rows.push_back(row);
     }
-    return rows;
+    void RunSingle(const RowPlan &plan) {
+        QualifyRow row =
+            RunRowIsolated(plan, options, qualify.row_timeout_s, Required(plan), &known, findings);
+        outcome[plan.name] = row.status;
+        Keep(plan, row);
+    }
+    // The rows of a kind that passed alone; rows of it not run yet (left out by --row) are
+    // run first, without a verdict of their own.
+    std::vector<RowPlan> PassedAlone(const std::string &kind, const std::vector<RowPlan> &plans) {
+        std::vector<RowPlan> passed;
+        for (const RowPlan &plan : plans) {
+            if (plan.kind == kind && outcome.count(plan.name) == 0) {
+                outcome[plan.name] =
+                    RunRowIsolated(plan, options, qualify.row_timeout_s, false, &known, &quiet).status;
+            }
+            if (plan.kind == kind && outcome[plan.name] == kOutcomes[0]) {
+                passed.push_back(plan);
+            }
+        }
+        return passed;
+    }
+    // A kind's rows that passed alone, together and again and again for a few seconds,
+    // while the report-status service polls on its own thread and the custom-voice
+    // workers run: what only shows when the application's callbacks overlap.
+    void RunTogether(const std::string &kind, const std::vector<RowPlan> &plans) {
+        RowPlan together = ConcurrencyRow(kind);
+        if (!qualify.only.empty() && !RowSelected(together, qualify.only)) {
+            return;
+        }
+        SetMembers(&together, PassedAlone(kind, plans), qualify.concurrency_s * 1000);
+        if (together.members.empty()) {
+            QualifyRow row{together.name,
+                           together.kind,
+                           "",
+                           kOutcomes[2],
+                           {},
+                           {},
+                           "no " + kind + " row passed alone",
+                           ""};
+            if (Required(together)) {
+                row.status = kOutcomes[1];
+                row.problems = {row.reason, "the row is required (--require or --require-all)"};
+                row.reason.clear();
+            }
+            Keep(together, row);
+            return;
+        }
+        RunOptions threaded = options;
+        threaded.poll_ms = options.poll_ms > 0 ? options.poll_ms : kConcurrencyPollMs;
+        threaded.check.note_overlap = false; // the row makes them overlap on purpose
+        // what the rows found alone is theirs; this row reports what overlap adds
+        for (const Finding &f : Joined(*findings, quiet)) {
+            threaded.check.already_found.insert(FindingKey(f.issue.fault, f.callback, f.type, f.issue.path));
+        }
+        Keep(together, RunRowIsolated(together, threaded, qualify.row_timeout_s + qualify.concurrency_s,
+                                      Required(together), &known, findings));
+    }
+};
+
+} // namespace
+
+std::vector<QualifyRow> RunQualify(const QualifyOptions &qualify, const RunOptions &options, FILE *out,
+                                   std::vector<Finding> *findings) {
+    std::vector<std::string> problems;
+    std::vector<RowPlan> plans = SuiteRows(qualify.suite_dir, &problems);
+    for (const std::string &p : problems) {
+        std::fprintf(out, "suite: %s\n", p.c_str());
+    }
+    ShareCrashBoard();
+    std::fprintf(out, "\n== qualification\n");
+    QualifyRun run{qualify, options, out, findings, {}, {}, {}, {}};
+    for (const RowPlan &plan : plans) {
+        if (qualify.only.empty() || RowSelected(plan, qualify.only)) {
+            run.RunSingle(plan);
+        }
+    }
+    for (const std::string &kind :
+         qualify.concurrency_s > 0 ? ConcurrencyKinds(plans) : std::vector<std::string>()) {
+        run.RunTogether(kind, plans);
+    }
+    return run.rows;
 }
 
 } // namespace sim

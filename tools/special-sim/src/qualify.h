@@ -19,6 +19,7 @@ struct QualifyOptions {
     std::string require;      // --require: rows or kinds a product must support
     bool require_all = false; // --require-all
     int row_timeout_s = 10;   // --row-timeout: a row still running after this is a hang
+    int concurrency_s = 3;    // --concurrency-s: how long each concurrency row runs (0: none)
 };
 
 // The verdict of one row from what its run left (pure: no process, no application):

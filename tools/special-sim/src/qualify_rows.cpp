@@ -172,7 +172,7 @@ std::string Capability(const std::string &text, const std::string &fallback) {
 
 RowPlan MakeRow(const std::string &name, const std::string &file, const std::string &scenario,
                 const std::string &expect_file, const std::string &expect) {
-    RowPlan row{name, KindOf(name), file, scenario, expect_file, expect, {}};
+    RowPlan row{name, KindOf(name), file, scenario, expect_file, expect, {}, {}};
     row.needs = RowNeeds(scenario, expect);
     return row;
 }
@@ -309,6 +309,36 @@ std::vector<RowPlan> SuiteRows(const std::string &dir, std::vector<std::string> 
         FileRows(dir, file, &rows, problems);
     }
     return rows;
+}
+
+const char kConcurrencyKind[] = "concurrency";
+
+std::vector<std::string> ConcurrencyKinds(const std::vector<RowPlan> &rows) {
+    std::vector<std::string> kinds;
+    for (const RowPlan &row : rows) {
+        if (row.kind != "failure" && std::find(kinds.begin(), kinds.end(), row.kind) == kinds.end()) {
+            kinds.push_back(row.kind);
+        }
+    }
+    return kinds;
+}
+
+RowPlan ConcurrencyRow(const std::string &kind) {
+    return RowPlan{std::string(kConcurrencyKind) + " " + kind, kConcurrencyKind, "", "", "", "", {}, {}};
+}
+
+void SetMembers(RowPlan *row, const std::vector<RowPlan> &members, int ms) {
+    row->members = members;
+    row->file = members.empty() ? "" : members[0].file;
+    row->scenario = "repeat " + std::to_string(ms) + "\n";
+    row->needs.clear();
+    for (const RowPlan &m : members) {
+        for (const auto &need : m.needs) {
+            if (std::find(row->needs.begin(), row->needs.end(), need) == row->needs.end()) {
+                row->needs.push_back(need);
+            }
+        }
+    }
 }
 
 bool RowSelected(const RowPlan &row, const std::string &list) {

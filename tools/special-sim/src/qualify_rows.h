@@ -21,7 +21,21 @@ struct RowPlan {
     // What the row needs of the application: (callback, type). A not-supported answer
     // to one of them makes the row not applicable.
     std::vector<std::pair<std::string, int>> needs;
+    // A concurrency row: the rows whose steps it runs one after another, again and again
+    // (the row's own scenario is the "repeat" step), each row's expectations checked.
+    std::vector<RowPlan> members;
 };
+
+// The kind of the concurrency rows, and the kinds that have one, in suite order: every
+// kind but the failure paths, whose steps make the application fail on purpose.
+extern const char kConcurrencyKind[];
+std::vector<std::string> ConcurrencyKinds(const std::vector<RowPlan> &rows);
+
+// The concurrency row of a kind ("concurrency command"), its members not yet chosen.
+RowPlan ConcurrencyRow(const std::string &kind);
+
+// Chooses the members of a concurrency row: their steps are repeated for ms milliseconds.
+void SetMembers(RowPlan *row, const std::vector<RowPlan> &members, int ms);
 
 // Every row of the suite in dir, in file order; a problem with the suite goes to *problems.
 std::vector<RowPlan> SuiteRows(const std::string &dir, std::vector<std::string> *problems);

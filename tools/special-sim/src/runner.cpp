@@ -153,6 +153,11 @@ int Runner::Start() {
         Result("init", "noltdev_host_msg_thread_start", rc);
         return 1;
     }
+    // as on a device: the service polls from its own thread while commands arrive
+    if (options_.poll_ms > 0) {
+        Result("init", "noltdev_host_report_start(" + std::to_string(options_.poll_ms) + ")",
+               noltdev_host_report_start(options_.poll_ms));
+    }
     return 0;
 }
 
@@ -256,6 +261,9 @@ void Runner::AppRequest(const std::string &request) {
 }
 
 void Runner::Finish() {
+    if (options_.poll_ms > 0) {
+        noltdev_host_report_stop();
+    }
     WaitAnswers();
     AppChecker::SetThreadRole(kRoleApplication);
     if (checker_) {
@@ -314,10 +322,21 @@ int RunScenario(const Scenario &scenario, const std::string &file, Transcript &o
                 RunReport *report) {
     Runner runner(out, options);
     int rc = runner.Start();
+    // the first "repeat MS" step starts the loop over the steps after it
+    size_t loop_from = 0;
+    std::chrono::steady_clock::time_point loop_until;
     for (size_t i = 0; rc == 0 && i < scenario.steps.size(); i++) {
         const Step &step = scenario.steps[i];
         out.BeginStep(file, step.line, step.text, step.row->echo);
         runner.Run(file, step);
+        if (loop_from == 0 && std::strcmp(step.row->name, kRepeatStep) == 0) {
+            loop_from = i + 1;
+            loop_until = std::chrono::steady_clock::now() + std::chrono::milliseconds(step.number);
+        }
+        if (loop_from != 0 && loop_from < scenario.steps.size() && i + 1 == scenario.steps.size() &&
+            std::chrono::steady_clock::now() < loop_until) {
+            i = loop_from - 1;
+        }
     }
     if (rc == 0) {
         runner.Finish();

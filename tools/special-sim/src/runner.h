@@ -19,8 +19,9 @@ struct RunOptions {
     int log_level = 0;                          // module log lines up to this level go to the transcript
     RuntimeShow runtime = RuntimeShow::Changes; // which get_runtime_info answers to show
     int answer_timeout_ms = 3000;               // how long "wait" waits for a custom-voice answer
-    std::string app;                            // the application's library in place of the demo device
-    CheckOptions check;                         // the contract checker (with an application only)
+    int poll_ms = 0;    // > 0: the report-status service polls on its own thread at this period
+    std::string app;    // the application's library in place of the demo device
+    CheckOptions check; // the contract checker (with an application only)
 };
 
 // What a run found beyond its transcript.

@@ -26,6 +26,9 @@ struct StepRow {
     bool echo;               // echoed into the transcript before what it causes
 };
 
+// The word of the step that repeats the steps after it for a while ("repeat MS").
+extern const char kRepeatStep[];
+
 // The row of a command word, or null.
 const StepRow *FindStep(const std::string &name);
 

@@ -257,6 +257,13 @@ void RunWait(Runner &run, const Step &s) {
     }
 }
 
+// repeat MS: the steps after it run again and again until MS milliseconds have passed
+// (RunScenario does the looping; the step itself only marks where the loop starts)
+std::string ParseRepeat(Cursor &c, Step &s, ParseContext &) {
+    return NeedNumber(c, "milliseconds", 1, 600000, &s.number);
+}
+void RunRepeat(Runner &, const Step &) {}
+
 // note TEXT, app REQUEST (the qualification suite's way to ask the application for a
 // state change on its side)
 std::string ParseNote(Cursor &c, Step &s, ParseContext &) {
@@ -300,11 +307,14 @@ const StepRow kSteps[] = {
     {"reset", NoWords, RunReset, kRolePoller, false, true},
     {"fail", ParseFail, RunFail, kRoleApplication, false, true},
     {"wait", ParseWait, RunWait, kRoleApplication, false, true},
+    {kRepeatStep, ParseRepeat, RunRepeat, kRoleApplication, false, true},
     {"app", ParseApp, RunApp, kRoleApplication, false, true},
     {"note", ParseNote, RunNote, kRoleApplication, false, false},
 };
 
 } // namespace
+
+const char kRepeatStep[] = "repeat";
 
 const StepRow *FindStep(const std::string &name) {
     const StepRow *end = kSteps + sizeof kSteps / sizeof kSteps[0];

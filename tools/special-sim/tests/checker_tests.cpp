@@ -319,7 +319,8 @@ TEST(AppChecker, CallbacksInAtOnceAreInformationNamingTheirThreads) {
 // passes, an unmet expectation fails its row (saying what came instead), and a row
 // asking the application for something it cannot do is not exercised even though its
 // expectations hold. Rows come from "# row:" sections, with the lines before the first
-// one as every row's prologue.
+// one as every row's prologue. Each kind's rows that passed run again together in its
+// concurrency row; a kind with none is not applicable there.
 TEST(Qualify, EachRowGetsItsVerdict) {
     char dir[] = "/tmp/special-sim-suite-XXXXXX";
     ASSERT_NE(mkdtemp(dir), nullptr);
@@ -338,10 +339,11 @@ TEST(Qualify, EachRowGetsItsVerdict) {
     std::vector<Finding> findings;
     QualifyOptions q;
     q.suite_dir = dir;
+    q.concurrency_s = 1;
     FILE *out = std::fopen("/dev/null", "w");
     std::vector<QualifyRow> rows = RunQualify(q, RunOptions(), out, &findings);
     std::fclose(out);
-    ASSERT_EQ(rows.size(), 3u);
+    ASSERT_EQ(rows.size(), 6u);
     EXPECT_EQ(rows[0].capability, "online");
     EXPECT_EQ(rows[0].status, "passed");
     EXPECT_EQ(rows[1].capability, "request unmet");
@@ -355,6 +357,14 @@ TEST(Qualify, EachRowGetsItsVerdict) {
     EXPECT_NE(rows[2].reason.find("02-rows.scn:5: the application has no noltdev_app_control"),
               std::string::npos)
         << rows[2].reason;
+    const char *together[][3] = {{"concurrency online", "passed", ""},
+                                 {"concurrency request", "not applicable", "no request row passed alone"},
+                                 {"concurrency custom", "not applicable", "no custom row passed alone"}};
+    for (size_t i = 0; i < 3; i++) {
+        EXPECT_EQ(rows[3 + i].capability, together[i][0]);
+        EXPECT_EQ(rows[3 + i].status, together[i][1]) << rows[3 + i].capability;
+        EXPECT_EQ(rows[3 + i].reason, together[i][2]);
+    }
     EXPECT_TRUE(findings.empty());
     for (const auto &f : files) {
         std::remove((std::string(dir) + "/" + f.name).c_str());

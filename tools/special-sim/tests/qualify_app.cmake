@@ -1,5 +1,5 @@
 # Runs special-sim --qualify against an application library and checks the verdict:
-#   cmake -DSIM=special-sim -DAPP=lib.so -DJUNIT=out.xml -DWANT=clean|partial|crash|hang|exit|poll_hang|FAULTS_FILE
+#   cmake -DSIM=special-sim -DAPP=lib.so -DJUNIT=out.xml -DWANT=clean|partial|crash|hang|exit|poll_hang|overlap|FAULTS_FILE
 #         [-DEMULATOR=qemu-arm|-L|sysroot] [-DTIME64=ON|OFF] -P qualify_app.cmake
 # clean: exit 0, every row passed or not applicable, no error or warning finding.
 # partial: the same with not-applicable rows, and exit 1 with --require-all.
@@ -7,7 +7,10 @@
 # callback, its type and the scenario line; every other row run; JUnit written.
 # poll_hang: a status answer that never returns hangs every row's poll: the first row
 # waits the whole row timeout, the later ones stop soon after the same callback is held.
+# overlap: a crash only when two callbacks overlap: the rows alone pass, the concurrency
+# rows fail with the crash on the report-status thread.
 # A faults file: exit 1 and every fault in it found, by its class and field path.
+# The concurrency rows run for a second each (none for the hangs).
 #   cmake -DSIM=special-sim -DAPP=lib.so -DPLAIN=SCENARIO [-DEMULATOR=...] -P qualify_app.cmake
 # PLAIN: a plain run of a crashing application reports the crash, then exits non-zero.
 string(REPLACE "|" ";" emulator "${EMULATOR}")
@@ -24,14 +27,16 @@ file(REMOVE ${JUNIT})
 # a short row timeout keeps the hang's two rows from costing every suite 20 s
 set(timeout 10)
 set(rows)
+set(together --concurrency-s 1)
 if(WANT MATCHES "hang$")
   set(timeout 2)
+  set(together --concurrency-s 0)
 endif()
 if(WANT STREQUAL "poll_hang")
   # three rows show it; every row would cost a second more
   set(rows --row "status 12355 switch 15,status 12355 switch 613,status 12355 switch 614")
 endif()
-execute_process(COMMAND ${emulator} ${SIM} --qualify --app ${APP} --junit ${JUNIT} --row-timeout ${timeout} ${rows}
+execute_process(COMMAND ${emulator} ${SIM} --qualify --app ${APP} --junit ${JUNIT} --row-timeout ${timeout} ${rows} ${together}
                 RESULT_VARIABLE rc OUTPUT_VARIABLE out ERROR_VARIABLE err)
 message("${out}${err}")
 if(NOT EXISTS ${JUNIT})
@@ -53,6 +58,9 @@ if(WANT STREQUAL "clean" OR WANT STREQUAL "partial")
   if(NOT rc EQUAL 0 OR out MATCHES "(^|\n)(FAILED|not exercised) " OR out MATCHES "\n +(error|warning) ")
     message(FATAL_ERROR "the application did not qualify clean (exit ${rc})")
   endif()
+  if(NOT out MATCHES "\npassed +concurrency command\n" OR NOT out MATCHES "\npassed +concurrency custom\n")
+    message(FATAL_ERROR "the concurrency rows did not pass")
+  endif()
   if(WANT STREQUAL "partial")
     if(NOT out MATCHES "\nnot applicable +status 12382 DB_Chime_ConnInfo\n" OR
        NOT out MATCHES "\npassed +command kCenPlt2PuWakeReq\n")
@@ -73,6 +81,13 @@ endif()
 set(lost_crash "crash: SIGSEGV \\(segmentation fault\\) in recv_msg NOLTDEVSDK_SPECIAL_ON_WAKE \\(5\\) at 01-platform-commands.scn:[0-9]+ on the kernel message thread")
 set(lost_exit "exit: the application ended the process \\(exit status 3\\) inside recv_msg NOLTDEVSDK_SPECIAL_ON_WAKE \\(5\\) at 01-platform-commands.scn:[0-9]+ on the kernel message thread")
 set(lost_hang "hang: recv_msg NOLTDEVSDK_SPECIAL_ON_DELAY_SLEEP \\(2\\) has not returned after ${timeout} s \\(kernel message thread, 01-platform-commands.scn:[0-9]+\\)")
+if(WANT STREQUAL "overlap")
+  if(NOT out MATCHES "\npassed +command kCenPlt2PuWakeReq\n" OR
+     NOT out MATCHES "\nFAILED +concurrency command\n    crash: SIGSEGV \\(segmentation fault\\) in get_runtime_info [^\n]* on the report-status poller")
+    message(FATAL_ERROR "the crash where callbacks overlap is not the concurrency row's verdict")
+  endif()
+  return()
+endif()
 if(WANT STREQUAL "poll_hang")
   set(held "get_runtime_info NOLTDEVSDK_SPECIAL_ON_GET_BATTERY_WORK_STATUS \\(5\\)")
   if(NOT out MATCHES "\nFAILED +status 12355 switch 15\n    hang: ${held} has not returned after ${timeout} s \\(report-status poller"

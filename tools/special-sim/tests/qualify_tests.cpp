@@ -39,7 +39,7 @@ Finding MakeFinding(Severity severity) {
 // Each outcome from what a run left: the findings, the application's answers, the
 // steps not exercised and the unmet expectations.
 TEST(Judge, FourOutcomesAndTheirMessages) {
-    RowPlan plan{"command kCenPlt2PuSetDevPlanReq", "command", "f.scn", "", "f.expect", "", {}};
+    RowPlan plan{"command kCenPlt2PuSetDevPlanReq", "command", "f.scn", "", "f.expect", "", {}, {}};
     plan.needs = {{"get_runtime_info", 14}, {"recv_msg", 5}};
     const std::string wake_ns = DescribeCode(kNotSupport) + " to recv_msg NOLTDEVSDK_SPECIAL_ON_WAKE (5)";
     const std::string plan_ns =
@@ -183,7 +183,7 @@ enum class Misbehave { Crash, Exit, Hang, QuietCrash };
 // verdict names what happened, the callback, its type, the step and the thread.
 TEST(Judge, ALostRowSaysWhatHappenedWhere) {
     ShareCrashBoard();
-    RowPlan plan{"command kCenPlt2PuWakeReq", "command", "f.scn", "", "", "", {}};
+    RowPlan plan{"command kCenPlt2PuWakeReq", "command", "f.scn", "", "", "", {}, {}};
     const struct {
         Misbehave how;
         const char *says;

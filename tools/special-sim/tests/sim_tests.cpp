@@ -130,6 +130,7 @@ TEST(ScenarioParse, NamesTheLineOfEachMistake) {
         {"call fly", "t.scn:1: unknown operation 'fly'"},
         {"answer recv_msg 3 sometimes", "t.scn:1: expected a result code"},
         {"poll 0", "t.scn:1: poll count '0' is not a number from 1 to 1000"},
+        {"repeat 0", "t.scn:1: milliseconds '0' is not a number from 1 to 600000"},
         {"reset now", "t.scn:1: unexpected 'now' at the end of the line"},
         {"serial \"DS1", "t.scn:1: unterminated quote"},
         {"shadow write Trusteeship", "t.scn:1: expected 'shadow deliver KEY TYPE BODY'"},

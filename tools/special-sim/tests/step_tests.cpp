@@ -159,6 +159,21 @@ TEST(RunOptions, RuntimeAnswersShown) {
     }
 }
 
+// --poll-ms: the service polls on its own thread, with no poll step; "repeat" runs the
+// steps after it again until its time has passed.
+TEST(RunOptions, PollingThreadAndRepeat) {
+    for (int poll_ms : {0, 5}) {
+        RunOptions options;
+        options.poll_ms = poll_ms;
+        std::vector<std::string> lines = Play("note once\nrepeat 100\nnote again\nwait 10", options);
+        EXPECT_EQ(Count(lines, "note", "once"), 1u);
+        EXPECT_GE(Count(lines, "note", "again"), 3u);
+        EXPECT_EQ(Count(lines, "get_runtime_info") > 0, poll_ms > 0) << poll_ms;
+        EXPECT_EQ(CheckExpectations(lines, "init operation=noltdev_host_report_start(5)", "e").empty(),
+                  poll_ms > 0);
+    }
+}
+
 // --log-level: the module's lines up to that level, in order with the traffic.
 TEST(RunOptions, LogLinesUpToTheLevel) {
     const std::string scenario = std::string("send ") + kWorkMode2;
