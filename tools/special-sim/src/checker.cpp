@@ -90,8 +90,8 @@ const char *SeverityName(Severity severity) {
 }
 
 const char *FaultClassName(FaultClass fault) {
-    static const char *const kNames[] = {"len",     "text",  "count", "enum",      "calendar",
-                                         "overrun", "block", "slow",  "concurrent"};
+    static const char *const kNames[] = {"len",     "text",  "count", "enum",       "calendar",
+                                         "overrun", "block", "slow",  "concurrent", "race"};
     return kNames[static_cast<int>(fault)];
 }
 

@@ -27,6 +27,7 @@ enum class FaultClass {
     Block,      // the type-9 block missing or smaller than its usNum says
     Slow,       // a callback that held its thread longer than the threshold
     Concurrent, // a callback entered while another one was running
+    Race,       // two threads touched the same memory without order (ThreadSanitizer)
 };
 
 // "len", "text", "count", ... as findings and the CI script name them.

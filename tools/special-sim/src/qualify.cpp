@@ -14,6 +14,8 @@
 
 #include "crash_board.h"
 #include "expect.h"
+#include "race_capture.h"
+#include "race_report.h"
 #include "scenario.h"
 
 namespace sim {
@@ -199,8 +201,31 @@ QualifyRow StopHungRow(const RowPlan &plan, const std::string &app, pid_t pid, i
     return hung;
 }
 
-QualifyRow RunRowIsolated(const RowPlan &plan, const RunOptions &options, int timeout_s, bool required,
-                          std::vector<KnownHang> *known, std::vector<Finding> *findings) {
+// The data races ThreadSanitizer saw in the row's process: one the application took
+// part in fails the row; one between the module's, the host SDK's or the simulator's own
+// code is noted, not held against the application.
+void AddRaces(const std::string &log, const std::string &app, QualifyRow *row, std::vector<Finding> *findings) {
+    for (const Race &r : ParseRaces(log, app)) {
+        if (!r.involves_app) {
+            row->notes.push_back("race outside the application (ours to fix; please report it): " + DescribeRace(r));
+            continue;
+        }
+        row->problems.push_back("race: " + DescribeRace(r));
+        const RaceAccess &a = r.current.in_app ? r.current : r.previous;
+        Issue issue{FaultClass::Race, DescribeLocation(r.location, r.current.address), DescribeRace(r),
+                    Severity::Error};
+        findings->push_back(Finding{a.callback, 0, "", issue, "", a.role, r.count - 1});
+    }
+    if (!row->problems.empty() && row->status != kOutcomes[1]) {
+        row->status = kOutcomes[1];
+        row->reason.clear();
+    }
+}
+
+// Runs the row in a child process (*child); its verdict, or what its end tells when it
+// gave none.
+QualifyRow RunRowProcess(const RowPlan &plan, const RunOptions &options, int timeout_s, bool required,
+                         std::vector<KnownHang> *known, std::vector<Finding> *findings, pid_t *child) {
     int fds[2];
     if (pipe(fds) != 0) {
         return RunRowHere(plan, options, required, findings);
@@ -208,7 +233,9 @@ QualifyRow RunRowIsolated(const RowPlan &plan, const RunOptions &options, int ti
     ResetCrashBoard();
     std::fflush(nullptr);
     pid_t pid = fork();
+    *child = pid;
     if (pid == 0) {
+        CaptureRaces();
         close(fds[0]);
         InstallCrashReport(-1);
         InstallExitReport(-1);
@@ -240,6 +267,14 @@ QualifyRow RunRowIsolated(const RowPlan &plan, const RunOptions &options, int ti
         return row;
     }
     return LostRow(plan, options.app, status, false, timeout_s);
+}
+
+QualifyRow RunRowIsolated(const RowPlan &plan, const RunOptions &options, int timeout_s, bool required,
+                          std::vector<KnownHang> *known, std::vector<Finding> *findings) {
+    pid_t child = -1;
+    QualifyRow row = RunRowProcess(plan, options, timeout_s, required, known, findings, &child);
+    AddRaces(child > 0 ? TakeRaces(child) : "", options.app, &row, findings);
+    return row;
 }
 
 } // namespace
@@ -508,6 +543,7 @@ std::vector<QualifyRow> RunQualify(const QualifyOptions &qualify, const RunOptio
         std::fprintf(out, "suite: %s\n", p.c_str());
     }
     ShareCrashBoard();
+    RaceDir(); // made before the first row, so that every row's process writes into it
     std::fprintf(out, "\n== qualification\n");
     QualifyRun run{qualify, options, out, findings, {}, {}, {}, {}};
     for (const RowPlan &plan : plans) {
@@ -519,6 +555,7 @@ std::vector<QualifyRow> RunQualify(const QualifyOptions &qualify, const RunOptio
          qualify.concurrency_s > 0 ? ConcurrencyKinds(plans) : std::vector<std::string>()) {
         run.RunTogether(kind, plans);
     }
+    RemoveRaceDir();
     return run.rows;
 }
 
