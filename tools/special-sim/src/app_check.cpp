@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <cstring>
+#include <thread>
 
 #include "crash_board.h"
 #include "names.h"
@@ -19,6 +20,8 @@ namespace sim {
 const char kRoleApplication[] = "application thread";
 const char kRolePoller[] = "report-status poller";
 const char kRoleShadow[] = "shadow service";
+const char kRoleKernel[] = "kernel message thread";
+const char kRoleVoiceWorker[] = "custom-voice worker";
 
 namespace {
 
@@ -27,9 +30,6 @@ AppChecker *g_checker = nullptr; // the module's callbacks carry no user pointer
 thread_local const char *t_role = nullptr; // set on the scenario's own thread
 thread_local bool t_voice_worker = false;  // this thread has carried a custom voice
 thread_local int t_inside = 0;             // callbacks this thread is in (re-entry: more than one)
-
-const char kKernelThread[] = "kernel message thread";
-const char kVoiceWorker[] = "custom-voice worker";
 
 std::string ThreadName(int recv_type) {
     if (t_role != nullptr) {
@@ -45,7 +45,7 @@ std::string ThreadName(int recv_type) {
         return kRoleShadow;
     }
     t_voice_worker = t_voice_worker || recv_type == NOLTDEVSDK_SPECIAL_ON_OPERATE_CUSTOM_VOICE;
-    return t_voice_worker ? kVoiceWorker : kKernelThread;
+    return t_voice_worker ? kRoleVoiceWorker : kRoleKernel;
 }
 
 long long MillisecondsSince(std::chrono::steady_clock::time_point start) {
@@ -273,7 +273,7 @@ void AppChecker::Leave(long long elapsed_ms, const std::string &thread, std::vec
     std::lock_guard<std::mutex> lock(mu_);
     inside_--;
     t_inside--;
-    int threshold = thread == kVoiceWorker ? options_.slow_worker_ms : options_.slow_ms;
+    int threshold = thread == kRoleVoiceWorker ? options_.slow_worker_ms : options_.slow_ms;
     if (options_.check && threshold >= 0 && elapsed_ms > threshold) {
         issues->push_back(Issue{FaultClass::Slow, "(callback)",
                                 "held the " + thread + " for " + std::to_string(elapsed_ms) +

@@ -63,6 +63,9 @@ struct CheckOptions {
 extern const char kRoleApplication[]; // "application thread": steps, start and stop
 extern const char kRolePoller[];      // "report-status poller": poll, force, reset
 extern const char kRoleShadow[];      // "shadow service": shadow steps
+// The roles of the other threads callbacks run on.
+extern const char kRoleKernel[];      // "kernel message thread": platform commands
+extern const char kRoleVoiceWorker[]; // "custom-voice worker": one custom voice each
 
 class AppChecker {
   public:

@@ -204,10 +204,12 @@ QualifyRow StopHungRow(const RowPlan &plan, const std::string &app, pid_t pid, i
 // The data races ThreadSanitizer saw in the row's process: one the application took
 // part in fails the row; one between the module's, the host SDK's or the simulator's own
 // code is noted, not held against the application.
-void AddRaces(const std::string &log, const std::string &app, QualifyRow *row, std::vector<Finding> *findings) {
+void AddRaces(const std::string &log, const std::string &app, QualifyRow *row,
+              std::vector<Finding> *findings) {
     for (const Race &r : ParseRaces(log, app)) {
         if (!r.involves_app) {
-            row->notes.push_back("race outside the application (ours to fix; please report it): " + DescribeRace(r));
+            row->notes.push_back("race outside the application (ours to fix; please report it): " +
+                                 DescribeRace(r));
             continue;
         }
         row->problems.push_back("race: " + DescribeRace(r));
@@ -449,6 +451,17 @@ std::vector<Finding> Joined(std::vector<Finding> a, const std::vector<Finding> &
     return a;
 }
 
+// What a row's verdict makes it in its kind's concurrency row: "passed" (a member),
+// "FAILED" (a member without its expectations: it failed by them or by findings), or
+// "out" (not applicable, not exercised, or its process crashed, exited or hung).
+std::string Membership(const QualifyRow &row) {
+    bool lost = std::any_of(row.problems.begin(), row.problems.end(), [](const std::string &p) {
+        return p.compare(0, 7, "crash: ") == 0 || p.compare(0, 6, "hang: ") == 0 ||
+               p.compare(0, 6, "exit: ") == 0;
+    });
+    return row.status == kOutcomes[0] || (row.status == kOutcomes[1] && !lost) ? row.status : "out";
+}
+
 // The report-status thread's period in the concurrency rows, unless --poll-ms says.
 constexpr int kConcurrencyPollMs = 10;
 
@@ -459,7 +472,7 @@ struct QualifyRun {
     FILE *out;
     std::vector<Finding> *findings;
     std::vector<QualifyRow> rows;
-    std::map<std::string, std::string> outcome; // row name -> its outcome, for every row run
+    std::map<std::string, std::string> outcome; // row name -> Membership(its verdict), every row run
     std::vector<KnownHang> known;
     std::vector<Finding> quiet; // the findings of rows run without a verdict of their own
 
@@ -477,25 +490,31 @@ struct QualifyRun {
     void RunSingle(const RowPlan &plan) {
         QualifyRow row =
             RunRowIsolated(plan, options, qualify.row_timeout_s, Required(plan), &known, findings);
-        outcome[plan.name] = row.status;
+        outcome[plan.name] = Membership(row);
         Keep(plan, row);
     }
-    // The rows of a kind that passed alone; rows of it not run yet (left out by --row) are
-    // run first, without a verdict of their own.
-    std::vector<RowPlan> PassedAlone(const std::string &kind, const std::vector<RowPlan> &plans) {
-        std::vector<RowPlan> passed;
+    // The rows of a kind that ran to their end alone: those that passed, and those that
+    // failed only by findings or expectations (their steps still drive the callbacks; their
+    // expectations, unmet alone already, are not asked again). Rows of the kind not run
+    // yet (left out by --row) are run first, without a verdict of their own.
+    std::vector<RowPlan> RanAlone(const std::string &kind, const std::vector<RowPlan> &plans) {
+        std::vector<RowPlan> members;
         for (const RowPlan &plan : plans) {
             if (plan.kind == kind && outcome.count(plan.name) == 0) {
                 outcome[plan.name] =
-                    RunRowIsolated(plan, options, qualify.row_timeout_s, false, &known, &quiet).status;
+                    Membership(RunRowIsolated(plan, options, qualify.row_timeout_s, false, &known, &quiet));
             }
             if (plan.kind == kind && outcome[plan.name] == kOutcomes[0]) {
-                passed.push_back(plan);
+                members.push_back(plan);
+            } else if (plan.kind == kind && outcome[plan.name] == kOutcomes[1]) {
+                members.push_back(plan);
+                members.back().expect.clear();
+                members.back().needs.clear();
             }
         }
-        return passed;
+        return members;
     }
-    // A kind's rows that passed alone, together and again and again for a few seconds,
+    // A kind's rows that ran alone, together and again and again for a few seconds,
     // while the report-status service polls on its own thread and the custom-voice
     // workers run: what only shows when the application's callbacks overlap.
     void RunTogether(const std::string &kind, const std::vector<RowPlan> &plans) {
@@ -503,16 +522,10 @@ struct QualifyRun {
         if (!qualify.only.empty() && !RowSelected(together, qualify.only)) {
             return;
         }
-        SetMembers(&together, PassedAlone(kind, plans), qualify.concurrency_s * 1000);
+        SetMembers(&together, RanAlone(kind, plans), qualify.concurrency_s * 1000);
         if (together.members.empty()) {
-            QualifyRow row{together.name,
-                           together.kind,
-                           "",
-                           kOutcomes[2],
-                           {},
-                           {},
-                           "no " + kind + " row passed alone",
-                           ""};
+            QualifyRow row{
+                together.name, together.kind, "", kOutcomes[2], {}, {}, "no " + kind + " row ran alone", ""};
             if (Required(together)) {
                 row.status = kOutcomes[1];
                 row.problems = {row.reason, "the row is required (--require or --require-all)"};
