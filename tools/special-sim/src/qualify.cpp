@@ -23,6 +23,11 @@ namespace sim {
 namespace {
 
 const char kEnd[] = "end";
+// How a row whose process ended without a verdict begins its problems.
+const char kCrashTag[] = "crash: ";
+const char kHangTag[] = "hang: ";
+const char kExitTag[] = "exit: ";
+const char *const kLostTags[] = {kCrashTag, kHangTag, kExitTag};
 
 // Whether an answer's text ("CODE to CALLBACK NAME (TYPE)") is for that callback and type.
 bool AnswerFor(const std::string &answer, const std::pair<std::string, int> &what) {
@@ -201,29 +206,6 @@ QualifyRow StopHungRow(const RowPlan &plan, const std::string &app, pid_t pid, i
     return hung;
 }
 
-// The data races ThreadSanitizer saw in the row's process: one the application took
-// part in fails the row; one between the module's, the host SDK's or the simulator's own
-// code is noted, not held against the application.
-void AddRaces(const std::string &log, const std::string &app, QualifyRow *row,
-              std::vector<Finding> *findings) {
-    for (const Race &r : ParseRaces(log, app)) {
-        if (!r.involves_app) {
-            row->notes.push_back("race outside the application (ours to fix; please report it): " +
-                                 DescribeRace(r));
-            continue;
-        }
-        row->problems.push_back("race: " + DescribeRace(r));
-        const RaceAccess &a = r.current.in_app ? r.current : r.previous;
-        Issue issue{FaultClass::Race, DescribeLocation(r.location, r.current.address), DescribeRace(r),
-                    Severity::Error};
-        findings->push_back(Finding{a.callback, 0, "", issue, "", a.role, r.count - 1});
-    }
-    if (!row->problems.empty() && row->status != kOutcomes[1]) {
-        row->status = kOutcomes[1];
-        row->reason.clear();
-    }
-}
-
 // Runs the row in a child process (*child); its verdict, or what its end tells when it
 // gave none.
 QualifyRow RunRowProcess(const RowPlan &plan, const RunOptions &options, int timeout_s, bool required,
@@ -280,6 +262,26 @@ QualifyRow RunRowIsolated(const RowPlan &plan, const RunOptions &options, int ti
 }
 
 } // namespace
+
+void AddRaces(const std::string &log, const std::string &app, QualifyRow *row,
+              std::vector<Finding> *findings) {
+    for (const Race &r : ParseRaces(log, app)) {
+        if (!r.involves_app) {
+            row->notes.push_back("race outside the application (ours to fix; please report it): " +
+                                 DescribeRace(r));
+            continue;
+        }
+        row->problems.push_back("race: " + DescribeRace(r));
+        const RaceAccess &a = r.current.in_app ? r.current : r.previous;
+        Issue issue{FaultClass::Race, DescribeLocation(r.location, r.current.address), DescribeRace(r),
+                    Severity::Error};
+        findings->push_back(Finding{a.callback, 0, "", issue, "", a.role, r.count - 1});
+    }
+    if (!row->problems.empty() && row->status != kOutcomes[1]) {
+        row->status = kOutcomes[1];
+        row->reason.clear();
+    }
+}
 
 // The outcome and its reason, findings aside.
 void Outcome(const RowPlan &plan, const RunReport &report, const std::vector<std::string> &unmet,
@@ -367,17 +369,20 @@ QualifyRow LostRow(const RowPlan &plan, const std::string &app, int wait_status,
     std::vector<InFlight> in = BoardInFlight();
     if (timed_out) {
         for (const InFlight &f : in) {
-            row.problems.push_back(
-                "hang: " + (timeout_s > 0 ? DescribeHang(f, timeout_s) : DescribeKnownHang(f, kKnownHangMs)));
+            row.problems.push_back(std::string(kHangTag) + (timeout_s > 0
+                                                                ? DescribeHang(f, timeout_s)
+                                                                : DescribeKnownHang(f, kKnownHangMs)));
         }
         if (HeldOnTwoThreads(in)) {
-            row.problems.push_back("hang: callbacks are held on more than one thread at once: each may wait "
+            row.problems.push_back(std::string(kHangTag) +
+                                   "callbacks are held on more than one thread at once: each may wait "
                                    "for a lock the other holds (a deadlock)");
         }
         if (in.empty()) {
             CrashReport board = BoardCrash();
-            row.problems.push_back("hang: the row did not end within " + std::to_string(timeout_s) +
-                                   " s (at " + (board.step.empty() ? std::string("start-up") : board.step) +
+            row.problems.push_back(std::string(kHangTag) + "the row did not end within " +
+                                   std::to_string(timeout_s) + " s (at " +
+                                   (board.step.empty() ? std::string("start-up") : board.step) +
                                    "; no callback was running)");
         }
         return row;
@@ -385,16 +390,16 @@ QualifyRow LostRow(const RowPlan &plan, const std::string &app, int wait_status,
     CrashReport crash = BoardCrash();
     if (WIFSIGNALED(wait_status) && crash.signal != 0) {
         crash.frames = AppFrames(crash.frames, app);
-        row.problems.push_back("crash: " + DescribeCrash(crash));
+        row.problems.push_back(std::string(kCrashTag) + DescribeCrash(crash));
     } else if (WIFSIGNALED(wait_status)) {
-        row.problems.push_back("crash: the row's process was ended by signal " +
+        row.problems.push_back(std::string(kCrashTag) + "the row's process was ended by signal " +
                                std::to_string(WTERMSIG(wait_status)));
     } else {
         std::string inside = in.empty() ? " outside the application's callbacks"
                                         : " inside " + in[0].callback + " " + in[0].type_name + " (" +
                                               std::to_string(in[0].type) + ") at " + in[0].where +
                                               " on the " + in[0].thread;
-        row.problems.push_back("exit: the application ended the process (exit status " +
+        row.problems.push_back(std::string(kExitTag) + "the application ended the process (exit status " +
                                std::to_string(WEXITSTATUS(wait_status)) + ")" + inside);
     }
     return row;
@@ -456,8 +461,8 @@ std::vector<Finding> Joined(std::vector<Finding> a, const std::vector<Finding> &
 // "out" (not applicable, not exercised, or its process crashed, exited or hung).
 std::string Membership(const QualifyRow &row) {
     bool lost = std::any_of(row.problems.begin(), row.problems.end(), [](const std::string &p) {
-        return p.compare(0, 7, "crash: ") == 0 || p.compare(0, 6, "hang: ") == 0 ||
-               p.compare(0, 6, "exit: ") == 0;
+        return std::any_of(std::begin(kLostTags), std::end(kLostTags),
+                           [&p](const char *tag) { return p.compare(0, std::strlen(tag), tag) == 0; });
     });
     return row.status == kOutcomes[0] || (row.status == kOutcomes[1] && !lost) ? row.status : "out";
 }

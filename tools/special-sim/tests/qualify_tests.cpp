@@ -160,6 +160,55 @@ TEST(Judge, FourOutcomesAndTheirMessages) {
     EXPECT_FALSE(IsNotSupported(-1));
 }
 
+// A race the application takes part in fails a passing row with a "race" finding; one
+// between threads of our own (no application frame) is only a note.
+TEST(Judge, RacesInTheApplicationFailTheRowOthersAreNoted) {
+    const std::string app = "/apps/libracy.so";
+    const std::string in_app = R"(WARNING: ThreadSanitizer: data race (pid=1)
+  Write of size 4 at 0x7f0000001004 by thread T1:
+    #0 on_recv_msg /src/racy.c:31 (libracy.so+0x1218)
+    #1 sim::AppChecker::RecvShim(noltDevSDK_special_msg_to_dev*) /src/app_check.cpp:113 (special-sim+0x1)
+  Previous read of size 4 at 0x7f0000001004 by thread T2:
+    #0 on_get_runtime_info /src/racy.c:52 (libracy.so+0x126a)
+    #1 sim::AppChecker::RuntimeShim(noltDevSDK_special_runtime_info*) /src/app_check.cpp:117 (special-sim+0x2)
+  Location is global 'g_volume' of size 8 at 0x7f0000001000 (libracy.so+0x4000)
+  Thread T1 'kernel-msg' (tid=2, running) created by main thread at:
+    #0 pthread_create <null> (special-sim+0x3)
+  Thread T2 'report-status' (tid=3, running) created by main thread at:
+    #0 pthread_create <null> (special-sim+0x3)
+SUMMARY: ThreadSanitizer: data race /src/racy.c:31 in on_recv_msg
+)";
+    std::string ours = in_app;
+    for (size_t at = ours.find("libracy.so+"); at != std::string::npos; at = ours.find("libracy.so+")) {
+        ours.replace(at, 10, "libother.so");
+    }
+    const struct {
+        const std::string *log;
+        const char *status;
+        size_t problems, notes, findings;
+        const char *says;
+    } cases[] = {
+        {&in_app, "FAILED", 1, 0, 1, "race: recv_msg (kernel message thread"},
+        {&ours, "passed", 0, 1, 0, "race outside the application"},
+    };
+    for (const auto &c : cases) {
+        QualifyRow row{"command x", "command", "f.scn", "passed", {}, {}, "", ""};
+        std::vector<Finding> findings;
+        AddRaces(*c.log, app, &row, &findings);
+        EXPECT_EQ(row.status, c.status) << c.says;
+        ASSERT_EQ(row.problems.size(), c.problems) << c.says;
+        ASSERT_EQ(row.notes.size(), c.notes) << c.says;
+        ASSERT_EQ(findings.size(), c.findings) << c.says;
+        const std::string &text = c.problems > 0 ? row.problems[0] : row.notes[0];
+        EXPECT_EQ(text.find(c.says), 0u) << text;
+        EXPECT_NE(text.find("g_volume+4"), std::string::npos) << text;
+        if (c.findings > 0) {
+            EXPECT_EQ(findings[0].issue.fault, FaultClass::Race);
+            EXPECT_EQ(findings[0].callback, "recv_msg");
+        }
+    }
+}
+
 // What a row's process sends back survives the pipe, texts with tabs and newlines too;
 // a row cut short (no end line) is not taken.
 TEST(Judge, RowsTravelBackFromTheirProcess) {
