@@ -33,7 +33,8 @@ QualifyRow JudgeRow(const RowPlan &plan, const RunReport &report, const std::vec
 // The data races in a row's ThreadSanitizer log: one the application took part in fails
 // the row (a "race" finding); one between the module's, the host SDK's or the simulator's
 // own code is a note, not held against the application.
-void AddRaces(const std::string &log, const std::string &app, QualifyRow *row, std::vector<Finding> *findings);
+void AddRaces(const std::string &log, const std::string &app, QualifyRow *row,
+              std::vector<Finding> *findings);
 
 // Runs one row here, in this process.
 QualifyRow RunRowHere(const RowPlan &plan, const RunOptions &options, bool required,
