@@ -70,6 +70,18 @@ std::string FindingKey(FaultClass fault, const std::string &callback, int type, 
     return std::string(FaultClassName(fault)) + " " + callback + " " + std::to_string(type) + " " + path;
 }
 
+std::string AnyIndex(const std::string &path) {
+    std::string out;
+    bool in_index = false;
+    for (char c : path) {
+        in_index = c == '[' || (in_index && c != ']');
+        if (!in_index || c == '[') {
+            out += c;
+        }
+    }
+    return out;
+}
+
 AppChecker::AppChecker(CallbackObserver &observer, const CheckOptions &options)
     : observer_(observer), options_(options) {}
 
@@ -290,7 +302,8 @@ void AppChecker::Record(const char *callback, int type, const std::string &threa
         std::lock_guard<std::mutex> lock(mu_);
         for (const Issue &issue : issues) {
             std::string key = FindingKey(issue.fault, callback, type, issue.path);
-            if (options_.already_found.count(key) != 0) {
+            if (options_.already_found.count(FindingKey(issue.fault, callback, type, AnyIndex(issue.path))) !=
+                0) {
                 continue;
             }
             auto first = seen_.find(key);

@@ -44,6 +44,10 @@ std::string DescribeFinding(const Finding &finding);
 // What makes two findings the same fault: its class, callback, type and field.
 std::string FindingKey(FaultClass fault, const std::string &callback, int type, const std::string &path);
 
+// A field path with its array indexes left out ("voice_info[].create_time"): the same
+// slip in another entry of the same array.
+std::string AnyIndex(const std::string &path);
+
 struct CheckOptions {
     bool check = true; // run the contract checks (off: the shims only forward and show)
     int slow_ms = 500; // a callback holding its thread longer than this is a finding
@@ -51,7 +55,8 @@ struct CheckOptions {
     int slow_worker_ms = -1;
     // note callbacks that overlap on different threads (off where overlap is the point)
     bool note_overlap = true;
-    // faults (FindingKey) already reported elsewhere, not reported again
+    // faults (FindingKey over AnyIndex of the path) already reported elsewhere, not
+    // reported again, in whichever entry of an array
     std::set<std::string> already_found;
 };
 

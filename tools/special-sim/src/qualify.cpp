@@ -544,7 +544,8 @@ struct QualifyRun {
         threaded.check.note_overlap = false; // the row makes them overlap on purpose
         // what the rows found alone is theirs; this row reports what overlap adds
         for (const Finding &f : Joined(*findings, quiet)) {
-            threaded.check.already_found.insert(FindingKey(f.issue.fault, f.callback, f.type, f.issue.path));
+            threaded.check.already_found.insert(
+                FindingKey(f.issue.fault, f.callback, f.type, AnyIndex(f.issue.path)));
         }
         Keep(together, RunRowIsolated(together, threaded, qualify.row_timeout_s + qualify.concurrency_s,
                                       Required(together), &known, findings));

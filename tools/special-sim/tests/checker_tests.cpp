@@ -40,6 +40,20 @@ struct Filled {
 
 void Nothing(unsigned char *) {}
 
+// A slip found in one entry of an array is the same slip in another entry.
+TEST(FindingKey, AnyIndexLeavesTheIndexesOut) {
+    const char *cases[][2] = {
+        {"custom_voice_infos.voice_info[2].create_time", "custom_voice_infos.voice_info[].create_time"},
+        {"plan.time[3][0].begin", "plan.time[][].begin"},
+        {"voddns_local_mapped_infos[+672]", "voddns_local_mapped_infos[]"},
+        {"ring_type.len", "ring_type.len"},
+        {"cut[12", "cut["},
+    };
+    for (const auto &c : cases) {
+        EXPECT_EQ(AnyIndex(c[0]), c[1]) << c[0];
+    }
+}
+
 // One flaw planted in an otherwise zeroed record per row; the checker names it by class
 // and field path.
 TEST(CheckFields, FindsEachFaultInItsField) {
